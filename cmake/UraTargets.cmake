@@ -1,0 +1,34 @@
+# How every target of this project is compiled and linked.
+
+find_package(Threads REQUIRED)
+
+if(URA_SANITIZE)
+  add_compile_options(-fsanitize=${URA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${URA_SANITIZE})
+endif()
+
+# Warnings are for our own code only: GoogleTest, built in the same tree, has its own.
+add_library(ura_warnings INTERFACE)
+target_compile_options(ura_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+                       $<$<BOOL:${URA_WARNINGS_AS_ERRORS}>:-Werror>)
+
+# ura_library(NAME SOURCE...): a static library that exports its own folder as include directory.
+# Each function gets a section of its own, so that a program carries only what it calls.
+function(ura_library name)
+  add_library(${name} STATIC ${ARGN})
+  target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+  target_compile_options(${name} PRIVATE -ffunction-sections -fdata-sections)
+  target_link_libraries(${name} PRIVATE ura_warnings)
+endfunction()
+
+# ura_program(NAME SOURCE...): an executable that starts fast: no C++ runtime to load, nothing in it that is not
+# called. The C library stays dynamic: it resolves host names, which a static one cannot do reliably.
+function(ura_program name)
+  add_executable(${name} ${ARGN})
+  target_compile_options(${name} PRIVATE -ffunction-sections -fdata-sections)
+  target_link_libraries(${name} PRIVATE ura_warnings)
+  target_link_options(${name} PRIVATE -Wl,--gc-sections -Wl,--as-needed $<$<CONFIG:Release>:-s>)
+  if(URA_STATIC_RUNTIME)
+    target_link_options(${name} PRIVATE -static-libstdc++ -static-libgcc)
+  endif()
+endfunction()

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <sys/types.h>
+
+#include <cstdio>
+#include <memory>
+
+// An open stream that closes itself, and its size. Internal to the libraries.
+namespace vlib {
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+
+using File = std::unique_ptr<std::FILE, FileCloser>;
+
+// An empty File when the file does not open.
+inline File OpenFile(const char* path, const char* mode) { return File(std::fopen(path, mode)); }
+
+// The size of an open file in bytes, which is left at its start; -1 when it cannot be told.
+inline off_t SizeOf(std::FILE* file) {
+  if (fseeko(file, 0, SEEK_END) != 0) return -1;
+  const off_t size = ftello(file);
+  return fseeko(file, 0, SEEK_SET) == 0 ? size : -1;
+}
+
+}  // namespace vlib

@@ -1,0 +1,52 @@
+#include "vlogfile.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdio>
+#include <memory>
+#include <new>
+
+#include "vfile.h"
+
+namespace vlib {
+namespace {
+
+// A smaller rest is not worth the rewrite: such files are left to grow.
+constexpr unsigned int kSmallestHalf = 16000;
+
+LogFileFault CutToLastHalf(const std::string& path, unsigned int half, std::atomic<unsigned int>& written) {
+  File source = OpenFile(path.c_str(), "rb");
+  if (!source) return LogFileFault::CannotRead;
+  const off_t size = SizeOf(source.get());
+  if (size < 0) return LogFileFault::CannotRead;
+  if (static_cast<std::uintmax_t>(size) > PTRDIFF_MAX) return LogFileFault::OutOfMemory;
+  const std::unique_ptr<char[]> contents(new (std::nothrow) char[static_cast<std::size_t>(size)]);
+  if (!contents) return LogFileFault::OutOfMemory;
+  const std::size_t length = std::fread(contents.get(), 1, static_cast<std::size_t>(size), source.get());
+  source.reset();
+
+  if (half <= kSmallestHalf) return LogFileFault::None;
+  const File target = OpenFile(path.c_str(), "wb");
+  if (!target) return LogFileFault::CannotWrite;
+  written = half;
+  // The file may be shorter than the count says (another program emptied it): then all of it is kept.
+  const std::size_t kept = std::min<std::size_t>(length, half);
+  std::fwrite(contents.get() + (length - kept), 1, kept, target.get());
+  return LogFileFault::None;
+}
+
+}  // namespace
+
+LogFileFault AppendToLogFile(const std::string& path, std::string_view entry, unsigned int limit,
+                             std::atomic<unsigned int>& written) {
+  const auto length = static_cast<unsigned int>(entry.size());
+  const unsigned int total = written.fetch_add(length) + length;
+  if (limit != 0 && total > limit) {
+    const LogFileFault fault = CutToLastHalf(path, limit / 2, written);
+    if (fault != LogFileFault::None) return fault;
+  }
+  if (const File file = OpenFile(path.c_str(), "a+")) std::fwrite(entry.data(), 1, entry.size(), file.get());
+  return LogFileFault::None;
+}
+
+}  // namespace vlib

@@ -1,0 +1,60 @@
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+
+// The text algorithms that tavString and droString share. Internal: programs use the two classes.
+//
+// All functions work on bytes and are linear in the length of their input. "Ignoring case" folds the ASCII
+// letters only, whatever the locale of the process. Nothing here logs and nothing keeps state, so any thread
+// may call anything.
+namespace vlib {
+
+constexpr char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+constexpr char UpperCase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
+
+void MakeLowerCase(std::string& text);
+void MakeUpperCase(std::string& text);
+
+// True when both texts have the same length and the same bytes after folding case.
+bool EqualIgnoringCase(std::string_view left, std::string_view right);
+
+// Position of `what` in `text`, or std::string::npos. Forward: the first occurrence at or after `position`.
+// Reverse: the last occurrence that starts at or before the length of `text` minus `position`.
+std::size_t Find(const std::string& text, const std::string& what, unsigned int position, bool ignoreCase,
+                 bool reverse);
+
+// Replaces every occurrence of `what`, left to right; inserted text is never searched again. An empty `what`
+// changes nothing.
+void ReplaceAll(std::string& text, const std::string& what, std::string_view with, bool ignoreCase);
+
+// Removes the leading characters that occur in `characters`. A text made of such characters only stays whole.
+void TrimLeft(std::string& text, std::string_view characters);
+
+// Calls visit(piece, isLast) for each piece of `text` between separators, in order, empty pieces included.
+// A text without the separator is one piece; an empty separator gives no piece at all.
+template <class Visitor>
+void ForEachPiece(std::string_view text, std::string_view separator, Visitor visit) {
+  if (separator.empty()) return;
+  for (;;) {
+    const std::size_t end = text.find(separator);
+    const bool isLast = end == std::string_view::npos;
+    visit(text.substr(0, end), isLast);
+    if (isLast) return;
+    text.remove_prefix(end + separator.size());
+  }
+}
+
+// Prints in the manner of printf. At most `size` - 1 bytes are kept, as if printed into a buffer of `size`
+// bytes; a size of 0 or a failed conversion gives an empty text.
+std::string Format(unsigned int size, const char* format, std::va_list arguments)
+    __attribute__((format(printf, 2, 0)));
+
+// Hides data from a glance, and restores it: every byte is combined (XOR) with each byte of the key in turn.
+// An empty key stands for the default key of the system. This is no encryption.
+void Scramble(std::span<unsigned char> data, std::string_view key);
+
+}  // namespace vlib

@@ -1,0 +1,51 @@
+#include "vutility.h"
+
+#include <unistd.h>
+
+#include <string_view>
+
+// Paths, and the trimming of texts.
+
+namespace {
+
+std::string_view View(const char* text) {
+  return text == nullptr ? std::string_view() : std::string_view(text);
+}
+
+}  // namespace
+
+std::string VUtility::ExtractFilePath(const char* path, const char* delimiter) {
+  const std::string_view whole = View(path);
+  const std::string_view sought = View(delimiter);
+  const std::size_t found = sought.empty() ? std::string_view::npos : whole.rfind(sought);
+  return found == std::string_view::npos ? std::string() : std::string(whole.substr(0, found));
+}
+
+std::string VUtility::ExtractFileName(const char* path, const char* delimiter) {
+  const std::string_view whole = View(path);
+  const std::string_view sought = View(delimiter);
+  if (sought.empty()) return {};
+  const std::size_t found = whole.rfind(sought);
+  // One character is skipped, not the whole delimiter: callers get the rest of a longer one on purpose.
+  return std::string(found == std::string_view::npos ? whole : whole.substr(found + 1));
+}
+
+std::string VUtility::IncludePathDelimiter(const char* path) {
+  std::string result(View(path));
+  if (!result.empty() && result.back() != '/') result += '/';
+  return result;
+}
+
+std::string VUtility::GetCurrentDir() {
+  char path[256];
+  return getcwd(path, sizeof(path)) == nullptr ? std::string() : std::string(path);
+}
+
+bool VUtility::SetCurrentDir(const char* path) { return path != nullptr && chdir(path) == 0; }
+
+std::string VUtility::TrimString(const char* text) {
+  std::string_view rest = View(text);
+  rest.remove_suffix(rest.size() - (rest.find_last_not_of(' ') + 1));  // npos + 1 is 0: nothing but spaces
+  const std::size_t first = rest.find_first_not_of(' ');
+  return first == std::string_view::npos ? std::string() : std::string(rest.substr(first));
+}

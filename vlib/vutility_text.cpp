@@ -1,0 +1,119 @@
+#include <utf8.h>
+
+#include <cctype>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <cwchar>
+#include <cwctype>
+#include <memory>
+
+#include "vutility.h"
+
+// Conversions between character sets, and letter case.
+
+namespace {
+
+// Converts with mbstowcs or wcstombs. The buffer is zero before, so that the text ends whatever is written.
+template <class Target, class Source>
+Target* ConvertInLocale(const Source* text, std::size_t (*convert)(Target*, const Source*, std::size_t)) {
+  if (text == nullptr) return nullptr;
+  constexpr auto unconvertible = static_cast<std::size_t>(-1);
+  std::size_t length = convert(nullptr, text, 0);
+  if (length == unconvertible) length = 0;
+  auto result = std::make_unique<Target[]>(length + 1);
+  convert(result.get(), text, length);
+  return result.release();
+}
+
+std::wstring TakeText(wchar_t* buffer) {
+  const std::unique_ptr<wchar_t[]> owner(buffer);
+  return buffer == nullptr ? std::wstring() : std::wstring(buffer);
+}
+
+template <class Character, class Converter>
+void ConvertEach(Character* io_text, Converter convert) {
+  if (io_text == nullptr) return;
+  for (; *io_text != 0; ++io_text)
+    *io_text = static_cast<Character>(convert(*io_text));
+}
+
+}  // namespace
+
+wchar_t* VUtility::StringToWideChar(const char* text) {
+  return ConvertInLocale<wchar_t, char>(text, std::mbstowcs);
+}
+
+char* VUtility::WideCharToCString(const wchar_t* text) {
+  return ConvertInLocale<char, wchar_t>(text, std::wcstombs);
+}
+
+std::wstring VUtility::StringToWideString(const char* text) { return TakeText(StringToWideChar(text)); }
+
+std::string VUtility::WideCharToString(const wchar_t* text) {
+  const std::unique_ptr<char[]> narrow(WideCharToCString(text));
+  return narrow.get();  // a null text is refused here, by the string's own constructor
+}
+
+wchar_t* VUtility::UTF8ToWideChar(const char* text) {
+  if (text == nullptr) return nullptr;
+  // The terminating zero is decoded too: a sequence that the end of the text cuts short is then invalid.
+  const std::size_t size = std::strlen(text) + 1;
+  const char* const end = text + size;
+  auto result = std::make_unique_for_overwrite<wchar_t[]>(size);
+  for (wchar_t* next = result.get(); text != end; ++next)
+    *next = static_cast<wchar_t>(utf8::next(text, end));
+  return result.release();
+}
+
+std::wstring VUtility::UTF8ToWideString(const char* text) { return TakeText(UTF8ToWideChar(text)); }
+
+char* VUtility::WideCharToUTF8(const wchar_t* text) {
+  if (text == nullptr) return nullptr;
+  const std::size_t size = std::wcslen(text) + 1;
+  const wchar_t* const end = text + size;
+  auto result = std::make_unique_for_overwrite<char[]>(4 * size);
+  for (char* next = result.get(); text != end; ++text)
+    next = utf8::append(static_cast<std::uint32_t>(*text), next);
+  return result.release();
+}
+
+void VUtility::ToLowerCase(char* io_text) {
+  ConvertEach(io_text, [](char c) { return std::tolower(static_cast<unsigned char>(c)); });
+}
+
+void VUtility::ToLowerCase(wchar_t* io_text) {
+  ConvertEach(io_text, [](wchar_t c) { return std::towlower(static_cast<std::wint_t>(c)); });
+}
+
+void VUtility::ToUpperCase(char* io_text) {
+  ConvertEach(io_text, [](char c) { return std::toupper(static_cast<unsigned char>(c)); });
+}
+
+void VUtility::ToUpperCase(wchar_t* io_text) {
+  ConvertEach(io_text, [](wchar_t c) { return std::towupper(static_cast<std::wint_t>(c)); });
+}
+
+std::string VUtility::ToLowerCase(const std::string& text) {
+  std::string copy = text;
+  ToLowerCase(copy.data());
+  return copy;
+}
+
+std::wstring VUtility::ToLowerCase(const std::wstring& text) {
+  std::wstring copy = text;
+  ToLowerCase(copy.data());
+  return copy;
+}
+
+std::string VUtility::ToUpperCase(const std::string& text) {
+  std::string copy = text;
+  ToUpperCase(copy.data());
+  return copy;
+}
+
+std::wstring VUtility::ToUpperCase(const std::wstring& text) {
+  std::wstring copy = text;
+  ToUpperCase(copy.data());
+  return copy;
+}
