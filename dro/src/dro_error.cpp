@@ -1,0 +1,142 @@
+#include "dro_error.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <iterator>
+
+#include "dro_time.h"
+#include "vlogfile.h"
+
+namespace dro {
+namespace {
+
+constexpr droReporter kReport{"dro_error"};
+
+constexpr const char* kNoText = "droError description not found. Update droErrorToString function.!";
+
+// In the order of the codes.
+constexpr const char* kTexts[] = {
+    "The operation completed succefully.",
+    kNoText,  // a warning: its record says so in its own words
+    "The operation failed.",
+    "Standard Library droError.",
+    "Unknown error.",
+    "Invalid Pointer.",
+    "Out of memory.",
+    "Invalid Argument.",
+    "Out of Range.",
+    "Division By Zero.",
+    "Network communication error.",
+};
+
+// The console's number for a colour.
+int ColourOf(droEError code) {
+  constexpr int white = 37;
+  constexpr int yellow = 33;
+  constexpr int red = 31;
+  if (code == droError_NoError) return white;
+  return code == droError_Warning ? yellow : red;
+}
+
+droError RecordOf(vlib::LogFileFault fault) {
+  const auto record = [](droEError code, const char* message, int line = __builtin_LINE()) {
+    return droBuildErrorLocation(code, message, "dro_error", "droErrorLog", line);
+  };
+  switch (fault) {
+    case vlib::LogFileFault::OutOfMemory:
+      return record(droError_OutOfMemory, "Can not allocate buffer for to rebuild log error file.");
+    case vlib::LogFileFault::CannotWrite:
+      return record(droError_InvalidPointer, "Can not write for to rebuild log error file.");
+    default:
+      return record(droError_InvalidPointer, "Can not rebuild log error file.");
+  }
+}
+
+}  // namespace
+
+unsigned int droError::Level = droLogLevel_Console;
+unsigned int droError::LogFileSize = 512000;
+droString droError::LogFile = "dro_system.log";
+void (*droError::ShowErrorCallBack)(const droError&) = nullptr;
+std::atomic<unsigned int> droError::_current_log_filesize{0};
+
+droError::droError(const droEError& code, const droString& message) : m_code(code) {
+  m_description.append("[").append(droTime::GetDateTime()).append("]\n");
+  if (code == droError_NoError) {
+    m_description.append("Info : ");
+  } else if (code == droError_Warning) {
+    m_description.append("Warning : ");
+  } else {
+    m_description.AddFormat(128, "droError Number : %i\n", code).append(droErrorToString(code)).append("\n");
+  }
+  m_description.append(message).append("\n");
+}
+
+droEError droError::DeleteLog() {
+  if (unlink(LogFile.c_str()) == 0) return droError_NoError;
+  return kReport(droError_OperationFailed, "Can not delete file", "DeleteLog");
+}
+
+droString droErrorToString(const droEError& code) {
+  const auto index = static_cast<std::uint32_t>(code);
+  return index < std::size(kTexts) ? kTexts[index] : kNoText;
+}
+
+droString droErrorStdToString(int error) {
+  if (error == -1) error = errno;
+  if (error == 0) return "0 No error";
+  char buffer[256];
+  return droString::FromInt(error).append(" ").append(strerror_r(error, buffer, sizeof buffer));
+}
+
+droString droErrorWindowsToString(int /*error*/) { return {}; }
+
+droError droBuildErrorLocation(droEError code, const droString& message, const char* file,
+                               const char* function, int line) {
+  droString text;
+  if (code == droError_NoError || code == droError_Warning) {
+    text.append(message);
+    text.AddFormat(256, "[FILE:%s][FUNCTION:%s][LINE:%i]", file, function, line);
+  } else {
+    text.append("File ----------- : ").append(file).append("\n");
+    text.append("Function ------- : ").append(function).append("\n");
+    text.append("Line Number ---- : ");
+    text.AddFormat(64, "%i\n", line).append("Custom Message - : ").append(message);
+  }
+  return droError(code, text);
+}
+
+droEError droErrorLog(const droError& error) {
+  const unsigned int level = droError::Level;
+  const droString description = error.GetDescription();
+  if (level & droLogLevel_Console)
+    std::printf("\033[%dm%s\033[0m", ColourOf(error.GetError()), description.c_str());
+  if (level & droLogLevel_File) {
+    const vlib::LogFileFault fault = vlib::AppendToLogFile(
+        droError::LogFile, description.c_str(), droError::LogFileSize, droError::_current_log_filesize);
+    if (fault != vlib::LogFileFault::None) {
+      const droError failure = RecordOf(fault);  // not logged in turn: the file would fail again
+      std::printf("%s", failure.GetDescription().c_str());
+      return failure.GetError();
+    }
+  }
+  if (level & droLogLevel_Throw) throw droError(error);
+  if ((level & droLogLevel_CallBack) && droError::ShowErrorCallBack != nullptr)
+    droError::ShowErrorCallBack(error);
+  return error.GetError();
+}
+
+droEError droReporter::operator()(droEError code, const droString& message, const char* function,
+                                  int line) const {
+  return droErrorLog(droBuildErrorLocation(code, message, m_source, function, line));
+}
+
+droEError droReporter::System(droEError code, const droString& message, int systemError, const char* function,
+                              int line) const {
+  return (*this)(code, message + "\nStd Error " + droErrorStdToString(systemError), function, line);
+}
+
+}  // namespace dro

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+// What a piece of code printed on standard output.
+template <class Action>
+std::string CapturedOutput(Action action) {
+  testing::internal::CaptureStdout();
+  action();
+  return testing::internal::GetCapturedStdout();
+}
