@@ -1,0 +1,13 @@
+#include "tav_application.h"
+
+#include "vpath.h"
+
+namespace tavon {
+
+unsigned int tavApplication::Init(int argc, char** argv) {
+  // A program may be started without any argument, its own name included.
+  FullPath = vlib::AbsolutePath(argc > 0 ? argv[0] : "");
+  return 0;
+}
+
+}  // namespace tavon

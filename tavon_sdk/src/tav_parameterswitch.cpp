@@ -1,0 +1,11 @@
+#include "tav_parameterswitch.h"
+
+#include "tav_valueencoding.h"
+
+namespace tavon {
+
+tavEError tavParameterSwitch::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
+  return EncodeValue(text, o_pBuffer, "tav_parameterswitch", 17, WriteOnOff);
+}
+
+}  // namespace tavon

@@ -1,0 +1,11 @@
+#include "tav_parameterthermo.h"
+
+#include "tav_valueencoding.h"
+
+namespace tavon {
+
+tavEError tavParameterThermo::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
+  return EncodeValue(text, o_pBuffer, "tav_parameterthermo", 17, WriteFloat);
+}
+
+}  // namespace tavon

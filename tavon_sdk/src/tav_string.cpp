@@ -1,0 +1,107 @@
+#include "tav_string.h"
+
+#include <algorithm>
+#include <cwchar>
+#include <memory>
+#include <new>
+#include <stdexcept>
+
+#include "tav_error.h"
+#include "vutility.h"
+
+namespace tavon {
+namespace {
+
+constexpr tavReporter kReport{"tav_string"};
+
+void ScrambleBuffer(unsigned char* buffer, unsigned int length, const tavString& key, const char* function,
+                    int line) {
+  if (buffer == nullptr) {
+    kReport(tavError_InvalidArgument, "io_buffer == 0", function, line);
+    return;
+  }
+  vlib::Scramble({buffer, length}, key);
+}
+
+// Memory for `length` bytes and a terminating zero; false when there is none.
+bool Reserve(tavString& text, std::size_t length) {
+  try {
+    text.reserve(length);
+    return true;
+  } catch (const std::bad_alloc&) {
+    return false;
+  } catch (const std::length_error&) {
+    return false;
+  }
+}
+
+}  // namespace
+
+tavString& tavString::SetShrink(const tavString& characters, bool left) {
+  if (left) {
+    vlib::TrimLeft(*this, characters);
+  } else {
+    const std::size_t last = find_last_not_of(characters);
+    // Stopped by the first character, wanted or not: the text stays whole.
+    if (last != npos && last != 0) erase(last + 1);
+  }
+  return *this;
+}
+
+void tavString::GetSplit(tavArray<tavString>* out, const tavString& separator) const {
+  if (out == nullptr) return;
+  vlib::ForEachPiece(*this, separator,
+                     [out](std::string_view piece, bool) { out->emplace_back(std::string(piece)); });
+}
+
+std::int32_t tavString::AsLong(const tavString& text, int base) {
+  return vlib::ReadSigned32(text.c_str(), base);
+}
+
+std::int32_t tavString::AsInt(const tavString& text, int base) { return AsLong(text, base); }
+
+void tavString::DataCrypt(unsigned char* io_buffer, unsigned int length, const tavString& key) {
+  ScrambleBuffer(io_buffer, length, key, "DataCrypt", 251);
+}
+
+void tavString::DataDeCrypt(unsigned char* io_buffer, unsigned int length, const tavString& key) {
+  ScrambleBuffer(io_buffer, length, key, "DataDeCrypt", 270);
+}
+
+tavString tavString::AsUTF8(const wchar_t* text) {
+  const std::unique_ptr<char[]> bytes(VUtility::WideCharToUTF8(text));
+  return bytes ? tavString(bytes.get()) : tavString();
+}
+
+tavString tavString::AsUTF8(const std::wstring& text) { return AsUTF8(text.c_str()); }
+
+std::wstring tavString::FromUTF8(const char* text) { return VUtility::UTF8ToWideString(text); }
+
+std::wstring tavString::FromUTF8(const tavString& text) { return FromUTF8(text.c_str()); }
+
+tavString tavString::FromWide(const wchar_t* text, unsigned int length) {
+  tavString narrow;
+  if (!Reserve(narrow, length != 0 || text == nullptr ? length : std::wcslen(text))) {
+    kReport(tavError_OutOfMemory, "pBuffer == 0", "FromWide", 391);
+    return {};
+  }
+  narrow.append(VUtility::WideCharToString(text));
+  return narrow;
+}
+
+void tavString::AsWide(const tavString& text, wchar_t* io_buffer, unsigned int capacity) {
+  if (io_buffer == nullptr || capacity == 0) {
+    kReport(tavError_InvalidArgument, "io_buffer or len_buffer == 0", "AsWide", 356);
+    return;
+  }
+  CharToWide(io_buffer, capacity, text.c_str(), static_cast<unsigned int>(text.size()));
+}
+
+void CharToWide(wchar_t* out, unsigned int capacity, const char* in, unsigned int inLength) {
+  if (out == nullptr || capacity == 0) return;
+  const std::wstring wide = VUtility::UTF8ToWideString(in);
+  const std::size_t copied = wide.copy(out, std::min(inLength, capacity - 1));
+  out[copied] = L'\0';
+}
+
+}  // namespace tavon

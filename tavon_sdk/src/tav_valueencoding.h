@@ -1,0 +1,54 @@
+#pragma once
+
+#include <bit>
+#include <cstdint>
+
+#include "tav_error.h"
+#include "tav_string.h"
+#include "vnumber.h"
+
+// The rules by which value texts become bytes, shared by the parameter types. Internal to the SDK.
+namespace tavon {
+
+// Bytes of a single-precision value.
+constexpr unsigned int kFloatSize = 4;
+
+// The low 8 bits of the number in a text: "256" gives 0, "-1" gives 255.
+inline unsigned char LowByte(const tavString& text) {
+  return static_cast<unsigned char>(tavString::AsInt(text, 10));
+}
+
+// Single-precision bytes, little-endian whatever the machine.
+inline void StoreFloat(float value, unsigned char* target) {
+  const auto bits = std::bit_cast<std::uint32_t>(value);
+  for (unsigned int i = 0; i < kFloatSize; ++i)
+    target[i] = static_cast<unsigned char>(bits >> (8 * i));
+}
+
+// The number in a text, in single precision.
+inline float ReadFloat(const tavString& text) { return vlib::NarrowToFloat(tavString::AsDouble(text)); }
+
+// On or off. Only the low 8 bits of the number count, on purpose: "257" is on, "256" is off.
+inline void WriteOnOff(const tavString& text, unsigned char* target) { *target = LowByte(text) != 0 ? 1 : 0; }
+
+inline void WriteByte(const tavString& text, unsigned char* target) { *target = LowByte(text); }
+
+inline void WriteFloat(const tavString& text, unsigned char* target) { StoreFloat(ReadFloat(text), target); }
+
+// One byte that only says that there is a text; the text itself is the value of these types.
+inline void WritePresence(const tavString& /*text*/, unsigned char* target) { *target = 1; }
+
+// What every encoder begins with: an empty text writes nothing, a null buffer is reported (code 6) with the
+// source and line of the type. Otherwise write(text, buffer) does the work. Returns 0 or the reported code.
+template <class Writer>
+tavEError EncodeValue(const tavString& text, unsigned char* o_pBuffer, const char* source, int line,
+                      Writer write) {
+  if (text.empty()) return tavError_NoError;
+  if (o_pBuffer == nullptr) {
+    return tavReporter(source)(tavError_InvalidArgument, "o_pBuffer == 0", "GetBinaryDataFromString", line);
+  }
+  write(text, o_pBuffer);
+  return tavError_NoError;
+}
+
+}  // namespace tavon

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "tav_error.h"
+#include "tav_string.h"
+
+namespace tavon {
+
+// A virtual scene's command: 0 stop, 1 play once, 2 play repeatedly.
+class tavParameterVRScene {
+ public:
+  static constexpr const char* TypeName = "ParameterVRScene";
+
+  // Writes the value of a text: 1 byte: the low 8 bits of the number.
+  // An empty text writes nothing. A null buffer is reported, code 6.
+  static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
+};
+
+}  // namespace tavon

@@ -1,0 +1,128 @@
+// The two string classes side by side: what they share gives the same, what differs differs on purpose.
+#include <gmock/gmock.h>
+
+#include "dro_string.h"
+#include "tav_string.h"
+
+using dro::droArray;
+using dro::droString;
+using tavon::tavArray;
+using tavon::tavString;
+using testing::ElementsAre;
+
+namespace {
+
+struct TrimCase {
+  const char* text;
+  bool left;
+  const char* tav;
+  const char* dro;
+};
+
+TEST(StringClasses, TrimByTheirOwnRules) {
+  const TrimCase cases[] = {
+      {"xxab", true, "ab", "ab"},   {"xx", true, "xx", "xx"}, {"abxx", false, "ab", "ab"},
+      {"axx", false, "axx", "a"},  // the SDK never looks at the first character and then removes nothing
+      {"xx", false, "xx", "x"},    // the OS library takes one of exactly two
+      {"xxx", false, "xxx", "xxx"}, {"x", false, "x", "x"},
+  };
+  for (const TrimCase& c : cases) {
+    EXPECT_EQ(tavString(c.text).SetShrink("x", c.left), c.tav) << c.text << c.left;
+    EXPECT_EQ(droString(c.text).GetShrink("x", c.left), c.dro) << c.text << c.left;
+  }
+}
+
+TEST(StringClasses, OnlyTheOsLibraryDropsEmptyPieces) {
+  tavArray<tavString> tav{"kept"};
+  tavString("a,,b,").GetSplit(&tav, ",");
+  EXPECT_THAT(tav, ElementsAre("kept", "a", "", "b", ""));
+  droArray<droString> dro{"kept"};
+  droString("a,,b,").GetSplit(&dro, ",");
+  EXPECT_THAT(dro, ElementsAre("kept", "a", "b", ""));
+
+  tavString("").GetSplit(&tav, ", ");
+  droString("").GetSplit(&dro, ", ");
+  tavString("a").GetSplit(&tav, "");
+  tavString("a").GetSplit(nullptr, ",");
+  EXPECT_EQ(tav.size(), 6u) << "an empty text is one piece, an empty separator gives none";
+  EXPECT_EQ(dro.size(), 5u);
+}
+
+struct NumberCase {
+  const char* text;
+  std::int32_t tavInt;
+  std::int32_t droInt;
+  std::uint32_t unsignedLong;
+};
+
+TEST(StringClasses, ReadNumbersOfThirtyTwoBits) {
+  const NumberCase cases[] = {
+      {"", 0, 0, 0},
+      {"abc", 0, 0, 0},
+      {" 12abc", 12, 12, 12},
+      {"-1", -1, -1, 4294967295u},
+      {"-4294967295", INT32_MIN, 1, 1},
+      {"-4294967296", INT32_MIN, 0, 4294967295u},
+      {"3000000000", INT32_MAX, -1294967296,
+       3000000000u},  // the OS library reads 64 bits and keeps the low 32
+      {"4294967296", INT32_MAX, 0, 4294967295u},
+      {"99999999999999999999", INT32_MAX, -1, 4294967295u},
+      {"-99999999999999999999", INT32_MIN, 0, 4294967295u},
+  };
+  for (const NumberCase& c : cases) {
+    EXPECT_EQ(tavString::AsInt(c.text, 10), c.tavInt) << c.text;
+    EXPECT_EQ(tavString::AsLong(c.text, 10), c.tavInt) << c.text;
+    EXPECT_EQ(droString::AsInt(c.text, 10), c.droInt) << c.text;
+    EXPECT_EQ(droString::AsLong(c.text, 10), c.droInt) << c.text;
+    EXPECT_EQ(tavString::AsULong(c.text, 10), c.unsignedLong) << c.text;
+    EXPECT_EQ(droString::AsULong(c.text, 10), c.unsignedLong) << c.text;
+  }
+  EXPECT_EQ(tavString::AsULong("ff", 16), 255u);
+}
+
+struct RealCase {
+  double value;
+  int precision;
+  const char* text;
+};
+
+TEST(StringClasses, PrintNumbersAlike) {
+  const RealCase cases[] = {
+      {21.5, 1, "21.5"},
+      {21.0, 2, "21"},
+      {-2.5, 2, "-2.5"},
+      {-0.0, 2, "0"},
+      {0.004, 2, "0"},
+      {100.4, 0, "1"},  // the zeros of the whole number go too, on purpose
+      {0.4, 0, ""},
+      {2147483647.0, 1, "2147483647"},
+      {2147483648.0, 2, "2147483648"},  // beyond an int: the printed text, not a wrapped number
+      {-2147483648.0, 2, "-2147483648"},
+      {4294967296.5, 3, "4294967296.5"},
+      {1e300 * 1e300, 2, "inf"},
+  };
+  for (const RealCase& c : cases) {
+    EXPECT_EQ(tavString::FromDouble(c.value, c.precision), c.text) << c.value;
+    EXPECT_EQ(droString::FromDouble(c.value, c.precision), c.text) << c.value;
+  }
+  EXPECT_EQ(tavString::FromFloat(0.1F, 3), "0.1");
+  EXPECT_EQ(tavString::FromULong(4294967295UL), "4294967295");
+  EXPECT_EQ(droString::FromLong(-5), "-5");
+}
+
+TEST(StringClasses, ScrambleAlike) {
+  const tavString secret = std::string("A\0\xFFz", 4);
+  EXPECT_EQ(tavString("AAA").SetCrypt("ab"), "BBB");
+  EXPECT_EQ(secret.GetCrypt("key"), droString(secret).GetCrypt("key"));
+  EXPECT_EQ(secret.GetCrypt("key").GetDeCrypt("key"), secret);
+  EXPECT_NE(secret.GetCrypt("key"), secret);
+  EXPECT_EQ(secret.GetCrypt(""), secret.GetCrypt("{7E21C9A4-5B3D-4f08-9C6E-2A7D41B05E93}"));
+
+  unsigned char bytes[] = {'A', 0, 0xFF};
+  tavString::DataCrypt(bytes, 2, "ab");
+  EXPECT_THAT(bytes, ElementsAre('B', 3, 0xFF));
+  droString::DataDeCrypt(bytes, 2, "ab");
+  EXPECT_THAT(bytes, ElementsAre('A', 0, 0xFF));
+}
+
+}  // namespace

@@ -1,0 +1,132 @@
+#include "tav_error.h"
+
+#include <gmock/gmock.h>
+#include <sys/stat.h>
+
+#include "captured_output.h"
+#include "temporary_folder.h"
+
+using namespace tavon;
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+// Every test gets a log of its own, and the settings are put back.
+class TavErrorLog : public testing::Test {
+ protected:
+  TavErrorLog() {
+    tavError::LogFile = m_folder.Path("test.log");
+    tavError::CurrentLogFileSize = 0;
+  }
+  ~TavErrorLog() override {
+    tavError::Level = tavLogLevel_Console;
+    tavError::LogFile = "tav_system.log";
+    tavError::LogFileSize = 512000;
+    tavError::ShowErrorCallBack = nullptr;
+  }
+
+  // A notice whose description has the given length.
+  static tavError Entry(std::size_t length, char filling) {
+    return {tavError_NoError, std::string(length - std::string("Info Message : \n").size(), filling)};
+  }
+  std::string Log() const { return ReadFile(tavError::LogFile); }
+
+  TemporaryFolder m_folder;
+};
+
+TEST(TavError, ComposesRecords) {
+  EXPECT_EQ(
+      tavBuildErrorLocation(tavError_InvalidArgument, "-id must be specified.", "Application", "Init", 113)
+          .GetDescription(),
+      "tavError Number : 6\n"
+      "Invalid Argument.\n"
+      "File ----------- : Application\n"
+      "Function ------- : Init\n"
+      "Line Number ---- : 113\n"
+      "Custom Message - : -id must be specified.\n");
+  EXPECT_EQ(tavBuildErrorLocation(tavError_NoError, "told", "f", "g", 1).GetDescription(),
+            "Info Message : told\n");
+  EXPECT_EQ(tavErrorToString(tavError_NoError), "The operation completed succefully.");
+  EXPECT_EQ(tavErrorToString(tavError_SocketsTaskLimit),
+            "Limit on the number of tasks supported by the Windows Sockets implementation has been reached.");
+  for (const int unknown : {-1, 13}) {
+    EXPECT_EQ(tavErrorToString(static_cast<tavEError>(unknown)),
+              "tavError description not found. Update tavErrorToString function.!");
+  }
+}
+
+TEST_F(TavErrorLog, AppendsThrowsOrCallsBackAsTheLevelSays) {
+  const tavError error(tavError_OutOfRange, "100%s");
+  EXPECT_EQ(CapturedOutput([&] { EXPECT_EQ(tavErrorLog(error), 7); }), error.GetDescription());
+  EXPECT_EQ(Log(), "") << "no file unless asked for";
+
+  static int calls;
+  calls = 0;
+  tavError::ShowErrorCallBack = [](const tavError& shown) { calls += shown.GetError(); };
+
+  tavError::Level = tavLogLevel_File | tavLogLevel_CallBack;
+  EXPECT_EQ(CapturedOutput([&] { tavErrorLog(error); }), "");
+  EXPECT_EQ(calls, tavError_OutOfRange);
+  tavError::Level = tavLogLevel_File | tavLogLevel_CallBack | tavLogLevel_Throw;
+  EXPECT_THROW(tavErrorLog(error), tavError);
+  EXPECT_EQ(calls, tavError_OutOfRange) << "a thrown record is not passed on";
+  EXPECT_EQ(Log(), error.GetDescription() + error.GetDescription());
+  EXPECT_TRUE(tavError::DeleteLog());
+  EXPECT_FALSE(tavError::DeleteLog());
+
+  tavError::Level = tavLogLevel_File;
+  tavError::LogFile = m_folder.Path("missing/test.log");
+  EXPECT_EQ(tavErrorLog(error), tavError_OutOfRange) << "an entry that cannot be stored is lost in silence";
+}
+
+TEST_F(TavErrorLog, CutsTheFileToItsLastHalf) {
+  tavError::Level = tavLogLevel_File;
+  tavError::LogFileSize = 40001;
+  WriteFile(tavError::LogFile, std::string(50000, 'o'));  // what others wrote does not count
+
+  tavErrorLog(Entry(40001, 'a'));
+  EXPECT_EQ(Log().size(), 90001u) << "the limit itself is still allowed";
+  const std::string before = Log();
+  tavErrorLog(Entry(20, 'b'));
+  EXPECT_EQ(Log(), before.substr(before.size() - 20000) + Entry(20, 'b').GetDescription());
+  EXPECT_EQ(tavError::CurrentLogFileSize, 20000u) << "the entry after the cut is not counted";
+
+  WriteFile(tavError::LogFile, "short");
+  tavErrorLog(Entry(20002, 'c'));
+  EXPECT_EQ(Log(), "short" + Entry(20002, 'c').GetDescription());
+}
+
+TEST_F(TavErrorLog, NeverCutsSmallOrUnlimitedFiles) {
+  tavError::Level = tavLogLevel_File;
+  for (const unsigned int limit : {0u, 32001u}) {
+    tavError::LogFileSize = limit;
+    tavError::CurrentLogFileSize = 0;
+    WriteFile(tavError::LogFile, "");
+    tavErrorLog(Entry(32000, 'a'));
+    tavErrorLog(Entry(32000, 'b'));
+    EXPECT_EQ(Log().size(), 64000u) << limit;
+    EXPECT_EQ(tavError::CurrentLogFileSize, 64000u);
+  }
+}
+
+TEST_F(TavErrorLog, DropsTheEntryWhenTheFileCannotBeCut) {
+  tavError::Level = tavLogLevel_File | tavLogLevel_Throw;
+  tavError::LogFileSize = 40000;
+  tavEError code = tavError_NoError;
+  const auto logLargeEntry = [&] { code = tavErrorLog(Entry(40001, 'a')); };
+
+  EXPECT_EQ(CapturedOutput(logLargeEntry),
+            tavBuildErrorLocation(tavError_InvalidPointer, "Can not rebuild log error file.", "tav_error",
+                                  "tavErrorLog", 206)
+                .GetDescription());
+  EXPECT_EQ(code, tavError_InvalidPointer);
+  EXPECT_EQ(Log(), "");
+
+  // Readable, but a folder cannot be opened for writing nor has it a size that memory could hold.
+  tavError::LogFile = m_folder.Path();
+  EXPECT_THAT(CapturedOutput(logLargeEntry), StartsWith("tavError Number : "));
+  EXPECT_TRUE(code == tavError_InvalidPointer || code == tavError_OutOfMemory);
+}
+
+}  // namespace
