@@ -1,0 +1,87 @@
+#include "application.h"
+
+#include <gmock/gmock.h>
+
+#include <filesystem>
+
+#include "captured_output.h"
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+namespace {
+
+class TestedApplication : public Application {
+ public:
+  using Application::Address;
+  using Application::Id;
+  using Application::Password;
+  using Application::Port;
+  using Application::Type;
+  using Application::User;
+  using Application::Value;
+
+  unsigned int InitWith(std::vector<std::string> arguments) {
+    std::vector<char*> argv;
+    for (std::string& argument : arguments)
+      argv.push_back(argument.data());
+    return Init(static_cast<int>(argv.size()), argv.data());
+  }
+};
+
+TEST(Application, DescribesItself) {
+  const Application application;
+  EXPECT_THAT(application.GetInfo(),
+              StartsWith("\nName ---------- : tavon Ura event\nVersion ------- : 1.5.1\n"
+                         "Build --------- : "));
+  EXPECT_THAT(application.GetInfo(), HasSubstr("\nDescription --- : Event dispatcher for ura system\n"));
+  EXPECT_EQ(application.GetInfo().back(), '\n');
+}
+
+TEST(Application, FillsWhatIsNotGiven) {
+  TestedApplication application;
+  ASSERT_EQ(application.InitWith({"ura_event", "-id", "4294967297", "-val", "v", "-type", "t"}), 0u);
+  EXPECT_EQ(application.User, "__ura_event__");
+  EXPECT_EQ(application.Password, "kalnor357");
+  EXPECT_EQ(application.Address, "localhost");
+  EXPECT_EQ(application.Port, 16548);
+  EXPECT_EQ(application.Id, 4294967295u) << "stops at 32 bits";
+  EXPECT_EQ(application.Value, "v");
+  EXPECT_EQ(application.Type, "t");
+  EXPECT_EQ(application.GetFullPath(), "ura_event") << "found on the search path: kept";
+  EXPECT_EQ(application.Term(), 0u);
+}
+
+TEST(Application, TakesWhateverFollowsAnOption) {
+  TestedApplication application;
+  ASSERT_EQ(application.InitWith(
+                {"./ura_event", "-AP", "3000000000", "-a", "-u", "-id", "-val", "5", "-type", "-p"}),
+            0u);
+  EXPECT_EQ(application.Port, INT32_MAX);
+  EXPECT_EQ(application.Address, "-u");
+  EXPECT_EQ(application.User, "-id");
+  EXPECT_EQ(application.Id, 0u);
+  EXPECT_EQ(application.Value, "5");
+  EXPECT_EQ(application.Type, "-p");
+  EXPECT_EQ(application.Password, "") << "present, with nothing behind it";
+}
+
+TEST(Application, ResolvesTheProgramsPath) {
+  const std::string parent = std::filesystem::current_path().parent_path();
+  TestedApplication application;
+  for (const auto& [path, expected] :
+       {std::pair<std::string, std::string>{"../bin/ura_event", parent + "/bin/ura_event"},
+        {"./../ura_event", parent + "/ura_event"},
+        {"/usr/bin/ura_event", "/usr/bin/ura_event"},
+        {"bin/ura_event", "bin/ura_event"}}) {
+    CapturedOutput([&] { application.InitWith({path}); });
+    EXPECT_EQ(application.GetFullPath(), expected);
+  }
+  std::string high = "x";
+  for (int i = 0; i < 100; ++i)
+    high.insert(0, "../");
+  CapturedOutput([&] { application.InitWith({high}); });
+  EXPECT_EQ(application.GetFullPath(), "/x") << "there is nothing above the root";
+}
+
+}  // namespace

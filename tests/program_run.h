@@ -1,0 +1,81 @@
+#pragma once
+
+#include <fcntl.h>
+#include <signal.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+// A program started as a user would start it, with its standard output and standard error read through pipes.
+class ProgramRun {
+ public:
+  enum class Input { Inherited, Closed };
+
+  ProgramRun(std::string path, std::vector<std::string> arguments, Input input = Input::Inherited,
+             const char* output = nullptr) {
+    arguments.insert(arguments.begin(), std::move(path));
+    std::vector<char*> argv;
+    for (std::string& argument : arguments)
+      argv.push_back(argument.data());
+    argv.push_back(nullptr);
+
+    std::array<std::array<int, 2>, 2> pipes{};
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    for (int i = 0; i < 2; ++i) {
+      if (pipe2(pipes[i].data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
+      posix_spawn_file_actions_adddup2(&actions, pipes[i][1], STDOUT_FILENO + i);
+      m_ends[i] = pipes[i][0];
+    }
+    if (output != nullptr) posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output, O_WRONLY, 0);
+    if (input == Input::Closed) posix_spawn_file_actions_addclose(&actions, STDIN_FILENO);
+    const int error = posix_spawn(&m_process, argv[0], &actions, nullptr, argv.data(), environ);
+    posix_spawn_file_actions_destroy(&actions);
+    for (const auto& ends : pipes)
+      close(ends[1]);
+    if (error != 0) throw std::runtime_error("cannot start " + arguments[0]);
+  }
+  ~ProgramRun() {
+    if (m_process > 0) {
+      kill(m_process, SIGKILL);
+      Status();
+    }
+    for (const int end : m_ends)
+      close(end);
+  }
+  ProgramRun(const ProgramRun&) = delete;
+  ProgramRun& operator=(const ProgramRun&) = delete;
+
+  // Everything (or one line) the program prints from now on; ends when the program does.
+  std::string Output() { return Read(0, false); }
+  std::string ErrorLine() { return Read(1, true); }
+  std::string Errors() { return Read(1, false); }
+
+  void Signal(int number) const { kill(m_process, number); }
+
+  // Waits for the end. The exit status, or minus the signal that ended the program.
+  int Status() {
+    int status = 0;
+    waitpid(m_process, &status, 0);
+    m_process = 0;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status);
+  }
+
+ private:
+  std::string Read(int stream, bool oneLine) const {
+    std::string text;
+    for (char c; read(m_ends[stream], &c, 1) == 1;) {
+      text.push_back(c);
+      if (oneLine && c == '\n') break;
+    }
+    return text;
+  }
+
+  pid_t m_process = 0;
+  std::array<int, 2> m_ends{};
+};

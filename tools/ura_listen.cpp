@@ -1,0 +1,168 @@
+// ura_listen: shows the events sent on this machine while no server is running.
+//
+// Binds the event port of the loopback host and prints a line for each datagram.
+
+#include <netinet/in.h>
+#include <poll.h>
+#include <sys/signalfd.h>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <charconv>
+#include <csignal>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <limits>
+#include <string>
+#include <string_view>
+
+#include "datagram_text.h"
+#include "dro_error.h"
+#include "dro_osudpsocket.h"
+
+namespace {
+
+constexpr int kUsageError = 2;
+
+constexpr const char* kHelp =
+    "ura_listen shows the events that ura_event sends, while no server is running.\n"
+    "\n"
+    "usage: ura_listen [-count N] [-port P]\n"
+    "\n"
+    "  -count N  end after N datagrams (without it: at Ctrl-C)\n"
+    "  -port P   listen on UDP port P of the loopback host instead of 16549\n"
+    "  -h        print this text\n"
+    "\n"
+    "Each datagram is a line: parameter id, length byte, value bytes in hexadecimal.\n"
+    "Exit status: 0 at the end or at Ctrl-C, 1 when listening fails, 2 for a wrong option.\n";
+
+struct Options {
+  std::uint32_t count = 0;  // 0: no limit
+  std::uint16_t port = 16549;
+};
+
+// A whole text that is a decimal number from 1 to the limit of its type.
+template <class Number>
+bool ReadNumber(std::string_view text, Number& number) {
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  return error == std::errc() && end == text.data() + text.size() && number != 0;
+}
+
+// Ends the process when the arguments ask for help or cannot be followed.
+Options ReadOptions(int argc, char** argv) {
+  Options options;
+  for (int i = 1; i < argc; ++i) {
+    const std::string_view name = argv[i];
+    const std::string_view value = i + 1 < argc ? argv[i + 1] : "";
+    if (name == "-h") {
+      std::fputs(kHelp, stdout);
+      std::exit(EXIT_SUCCESS);
+    }
+    if (name == "-count" ? ReadNumber(value, options.count)
+                         : name == "-port" && ReadNumber(value, options.port)) {
+      ++i;
+      continue;
+    }
+    std::fprintf(stderr, "ura_listen: \"%s %s\" is no option with a valid number; -h explains\n", argv[i],
+                 std::string(value).c_str());
+    std::exit(kUsageError);
+  }
+  return options;
+}
+
+void PrintSystemError(const char* what) {
+  std::fprintf(stderr, "ura_listen: %s: %s\n", what, std::strerror(errno));
+}
+
+// Binds a descriptor to a port of the loopback host; says why it cannot.
+bool Bind(int descriptor, std::uint16_t port) {
+  sockaddr_in address{};
+  address.sin_family = AF_INET;
+  address.sin_port = htons(port);
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  if (bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0) return true;
+  if (errno == EADDRINUSE) {
+    std::fprintf(stderr,
+                 "ura_listen: UDP port %u is in use (is the server running?); -port P listens elsewhere\n",
+                 port);
+  } else {
+    PrintSystemError("cannot listen");
+  }
+  return false;
+}
+
+// Becomes readable when Ctrl-C or the system asks the program to stop. A request never gets lost and waits
+// its turn: the line being printed is printed whole.
+class StopRequest {
+ public:
+  StopRequest() {
+    sigset_t signals;
+    sigemptyset(&signals);
+    sigaddset(&signals, SIGINT);
+    sigaddset(&signals, SIGTERM);
+    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    m_descriptor = signalfd(-1, &signals, SFD_CLOEXEC);
+  }
+  ~StopRequest() { close(m_descriptor); }
+  StopRequest(const StopRequest&) = delete;
+  StopRequest& operator=(const StopRequest&) = delete;
+
+  int Descriptor() const { return m_descriptor; }
+
+ private:
+  int m_descriptor;
+};
+
+// Prints datagrams until the count is reached, a stop is requested, or something fails.
+int Listen(dro::droOsUdpSocket& socket, int descriptor, const StopRequest& stop, std::uint32_t count) {
+  // No datagram is larger.
+  static std::array<unsigned char, std::numeric_limits<std::uint16_t>::max()> buffer;
+  std::array<pollfd, 2> awaited{{{stop.Descriptor(), POLLIN, 0}, {descriptor, POLLIN, 0}}};
+
+  for (std::uint32_t received = 0; count == 0 || received < count;) {
+    if (poll(awaited.data(), awaited.size(), -1) < 0) {
+      if (errno == EINTR) continue;
+      PrintSystemError("cannot wait for datagrams");
+      return EXIT_FAILURE;
+    }
+    if (awaited[0].revents != 0) return EXIT_SUCCESS;
+
+    const int size = socket.Receive(buffer.data(), buffer.size(), nullptr, nullptr);
+    if (size == -1) return EXIT_FAILURE;
+    if (size < 0) continue;  // nothing to read after all, such as a datagram with a wrong checksum
+    ++received;
+    std::puts(DatagramText({buffer.data(), static_cast<std::size_t>(size)}).c_str());
+    if (std::fflush(stdout) != 0) {
+      PrintSystemError("cannot print");
+      return EXIT_FAILURE;
+    }
+  }
+  return EXIT_SUCCESS;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const Options options = ReadOptions(argc, argv);
+
+  // Standard output is for datagrams: the library's reports go to standard error.
+  dro::droError::Level = 8;
+  dro::droError::ShowErrorCallBack = [](const dro::droError& error) {
+    std::fputs(error.GetDescription().c_str(), stderr);
+  };
+
+  const int descriptor = ::socket(AF_INET, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
+  if (descriptor < 0) {
+    PrintSystemError("no socket");
+    return EXIT_FAILURE;
+  }
+  dro::droOsUdpSocket socket(dro::droOsSocketType_Udp, descriptor);
+  const StopRequest stop;
+  if (!Bind(descriptor, options.port)) return EXIT_FAILURE;
+  std::fprintf(stderr, "ura_listen: waiting for events on UDP port %u of the loopback host\n", options.port);
+  return Listen(socket, descriptor, stop, options.count);
+}
