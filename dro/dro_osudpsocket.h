@@ -9,6 +9,7 @@
 
 namespace dro {
 
+// The kind of a socket, kept for its user: other values than this one are passed through.
 enum droEOsSocketType : std::int32_t {
   droOsSocketType_Udp = 16,
 };

@@ -91,7 +91,8 @@ class droString : public VStringBase<droString> {
 
 // Converts the UTF-8 text `in` and copies at most `inLength` wide characters of it into the `capacity`
 // characters at `o_wide`, the terminator that follows them included. A null buffer or no capacity writes
-// nothing; text that is not valid throws as FromUTF8 does and writes nothing.
+// nothing; text that is not valid throws as FromUTF8 does and writes nothing; a null text is reported by
+// FromUTF8 and counts as empty.
 void CharToWide(wchar_t* o_wide, unsigned int capacity, const char* in, unsigned int inLength);
 
 }  // namespace dro
