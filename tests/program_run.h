@@ -27,9 +27,9 @@ class ProgramRun {
     std::array<std::array<int, 2>, 2> pipes{};
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    for (int i = 0; i < 2; ++i) {
+    for (std::size_t i = 0; i < pipes.size(); ++i) {
       if (pipe2(pipes[i].data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe");
-      posix_spawn_file_actions_adddup2(&actions, pipes[i][1], STDOUT_FILENO + i);
+      posix_spawn_file_actions_adddup2(&actions, pipes[i][1], static_cast<int>(i) + STDOUT_FILENO);
       m_ends[i] = pipes[i][0];
     }
     if (output != nullptr) posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output, O_WRONLY, 0);
@@ -52,9 +52,9 @@ class ProgramRun {
   ProgramRun& operator=(const ProgramRun&) = delete;
 
   // Everything (or one line) the program prints from now on; ends when the program does.
-  std::string Output() { return Read(0, false); }
-  std::string ErrorLine() { return Read(1, true); }
-  std::string Errors() { return Read(1, false); }
+  std::string Output() { return Read(m_ends[0], false); }
+  std::string ErrorLine() { return Read(m_ends[1], true); }
+  std::string Errors() { return Read(m_ends[1], false); }
 
   void Signal(int number) const { kill(m_process, number); }
 
@@ -67,9 +67,9 @@ class ProgramRun {
   }
 
  private:
-  std::string Read(int stream, bool oneLine) const {
+  static std::string Read(int end, bool oneLine) {
     std::string text;
-    for (char c; read(m_ends[stream], &c, 1) == 1;) {
+    for (char c; read(end, &c, 1) == 1;) {
       text.push_back(c);
       if (oneLine && c == '\n') break;
     }

@@ -69,13 +69,13 @@ TEST(Application, TakesWhateverFollowsAnOption) {
 TEST(Application, ResolvesTheProgramsPath) {
   const std::string parent = std::filesystem::current_path().parent_path();
   TestedApplication application;
-  for (const auto& [path, expected] :
-       {std::pair<std::string, std::string>{"../bin/ura_event", parent + "/bin/ura_event"},
-        {"./../ura_event", parent + "/ura_event"},
-        {"/usr/bin/ura_event", "/usr/bin/ura_event"},
-        {"bin/ura_event", "bin/ura_event"}}) {
-    CapturedOutput([&] { application.InitWith({path}); });
-    EXPECT_EQ(application.GetFullPath(), expected);
+  const std::pair<std::string, std::string> cases[] = {{"../bin/ura_event", parent + "/bin/ura_event"},
+                                                       {"./../ura_event", parent + "/ura_event"},
+                                                       {"/usr/bin/ura_event", "/usr/bin/ura_event"},
+                                                       {"bin/ura_event", "bin/ura_event"}};
+  for (const auto& c : cases) {
+    CapturedOutput([&] { application.InitWith({c.first}); });
+    EXPECT_EQ(application.GetFullPath(), c.second);
   }
   std::string high = "x";
   for (int i = 0; i < 100; ++i)
