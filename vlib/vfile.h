@@ -1,11 +1,12 @@
 #pragma once
 
+#include <dirent.h>
 #include <sys/types.h>
 
 #include <cstdio>
 #include <memory>
 
-// An open stream that closes itself, and its size. Internal to the libraries.
+// Open streams of files and folders that close themselves. Internal to the libraries.
 namespace vlib {
 
 struct FileCloser {
@@ -16,6 +17,12 @@ using File = std::unique_ptr<std::FILE, FileCloser>;
 
 // An empty File when the file does not open.
 inline File OpenFile(const char* path, const char* mode) { return File(std::fopen(path, mode)); }
+
+struct FolderCloser {
+  void operator()(DIR* folder) const { closedir(folder); }
+};
+
+using Folder = std::unique_ptr<DIR, FolderCloser>;
 
 // The size of an open file in bytes, which is left at its start; -1 when it cannot be told.
 inline off_t SizeOf(std::FILE* file) {

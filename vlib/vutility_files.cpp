@@ -20,11 +20,6 @@ namespace {
 
 constexpr off_t kCopyBlock = 98304;
 
-struct FolderCloser {
-  void operator()(DIR* folder) const { closedir(folder); }
-};
-using Folder = std::unique_ptr<DIR, FolderCloser>;
-
 // Where the file system does not tell the type of its entries, all count as files.
 bool IsFolder(const dirent& entry) { return entry.d_type == DT_DIR; }
 
@@ -66,7 +61,7 @@ bool VUtility::FileExists(const char* path) {
 }
 
 bool VUtility::DirectoryExists(const char* path) {
-  return path != nullptr && Folder(opendir(path)) != nullptr;
+  return path != nullptr && vlib::Folder(opendir(path)) != nullptr;
 }
 
 bool VUtility::DelFile(const char* path) { return path != nullptr && std::remove(path) == 0; }
@@ -97,7 +92,7 @@ bool VUtility::CreateDir(const char* path, bool) { return path != nullptr && mkd
 
 bool VUtility::RemoveDir(const char* path, bool removeSelf) {
   if (path == nullptr || *path == '\0') return false;
-  Folder folder(opendir(path));
+  vlib::Folder folder(opendir(path));
   if (!folder) return false;
 
   const std::string prefix = IncludePathDelimiter(path);

@@ -1,0 +1,247 @@
+#include "dro_osfile.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdarg>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <stdexcept>
+#include <utility>
+
+namespace dro {
+namespace {
+
+constexpr droReporter kReport{"dro_osfile"};
+
+droEError ReportInvalidHandle(const char* function, int line = __builtin_LINE()) {
+  return kReport.System(droError_OperationFailed, "tavFile handle is invalid, == 0", errno, function, line);
+}
+
+droEError ReportNoMemory(const char* function, int line = __builtin_LINE()) {
+  return kReport(droError_OutOfMemory, "pData == 0", function, line);
+}
+
+// Passes on the result of printing to a stream; a negative one is reported with the system's `error`.
+int Printed(int count, int error, const char* function) {
+  if (count < 0) kReport.System(droError_OperationFailed, "can no write data to file", error, function);
+  return count;
+}
+
+// Sets a position. A success is reported and has the code of a failure, a failure is silent and has none:
+// intended, callers take the results as they stand.
+droEError SetPosition(std::FILE* file, long offset, int origin, const droString& report,
+                      const char* function) {
+  if (file == nullptr) return ReportInvalidHandle(function);
+  if (std::fseek(file, offset, origin) != 0) return droError_NoError;
+  return kReport.System(droError_OperationFailed, report, errno, function);
+}
+
+// What is in a file.
+struct Contents {
+  std::unique_ptr<char[]> bytes;
+  std::size_t length = 0;
+};
+
+// Reads all of an open file in one piece. `what` tells in a report what was being done.
+droEError ReadContents(std::FILE* file, const droString& what, const char* function, Contents& o_contents) {
+  const off_t size = vlib::SizeOf(file);
+  int error = errno;
+  std::size_t count = 0;
+  if (size >= 0) {
+    // A folder opens like a file and can claim a size that no memory has.
+    if (std::cmp_greater(size, PTRDIFF_MAX)) return ReportNoMemory(function);
+    o_contents.length = static_cast<std::size_t>(size);
+    o_contents.bytes.reset(new (std::nothrow) char[o_contents.length]);
+    if (!o_contents.bytes) return ReportNoMemory(function);
+    errno = 0;  // the end of a file that has become shorter is no error of the system
+    count = std::fread(o_contents.bytes.get(), 1, o_contents.length, file);
+    error = errno;
+  }
+  if (std::cmp_equal(count, size)) return droError_NoError;
+  const droString message = "result(" + std::to_string(count) + ") != iLen(" + std::to_string(size) + ") ";
+  return kReport.System(droError_OperationFailed, message + what, error, function);
+}
+
+}  // namespace
+
+droOsFile::droOsFile(const droString& name, const droString& mode) { Open(name, mode); }
+
+droOsFile::~droOsFile() {
+  try {
+    if (Close() != droError_NoError) {
+      kReport(droError_OperationFailed, "can not close the file handle", "~droOsFile");
+    }
+  } catch (...) {
+    // The log's level asks for exceptions, and none may leave a destructor.
+  }
+  // A handle that Close kept is closed for good by its owner.
+}
+
+droEError droOsFile::Open(const droString& name, const droString& mode) {
+  if (Close() != droError_NoError) {
+    return kReport(droError_OperationFailed, "can not close the file handle", "Open");
+  }
+  m_file = vlib::OpenFile(name.c_str(), mode.c_str());
+  return IsValid() ? droError_NoError : ReportInvalidHandle("Open");
+}
+
+droEError droOsFile::Close() {
+  if (!IsValid()) return droError_NoError;
+  // fclose gives a stream up even when it fails. What can fail is tried before that, so that a handle that
+  // stays is a live one.
+  const bool canClose = std::fflush(m_file.get()) == 0 && fcntl(fileno(m_file.get()), F_GETFD) != -1;
+  if (canClose && std::fclose(m_file.release()) == 0) return droError_NoError;
+  return kReport(droError_OperationFailed, "Can not close file handle", "Close");
+}
+
+int droOsFile::Read(unsigned char* o_buffer, unsigned int count) {
+  if (!IsValid()) {
+    ReportInvalidHandle("Read");
+    return -1;
+  }
+  if (o_buffer == nullptr) {
+    kReport(droError_InvalidArgument, "o_pBuffer pointer == 0", "Read");
+    return -1;
+  }
+  return static_cast<int>(std::fread(o_buffer, 1, count, m_file.get()));
+}
+
+int droOsFile::Write(const unsigned char* buffer, unsigned int count) {
+  if (!IsValid()) {
+    ReportInvalidHandle("Write");
+    return -1;
+  }
+  if (buffer == nullptr) {
+    kReport(droError_InvalidArgument, "pBuffer pointer == 0", "Write");
+    return -1;
+  }
+  return static_cast<int>(std::fwrite(buffer, 1, count, m_file.get()));
+}
+
+int droOsFile::WriteText(const char* format, ...) {
+  if (!IsValid()) return ReportInvalidHandle("WriteText");
+  std::va_list arguments;
+  va_start(arguments, format);
+  const int count = std::vfprintf(m_file.get(), format, arguments);
+  const int error = errno;
+  va_end(arguments);
+  return Printed(count, error, "WriteText");
+}
+
+bool droOsFile::ReadNextLine(droString* o_line) {
+  if (!IsValid()) {
+    ReportInvalidHandle("ReadNextLine");
+    return false;
+  }
+  if (o_line == nullptr) {
+    kReport(droError_InvalidArgument, "io_size pointer == 0", "ReadNextLine");
+    return false;
+  }
+  o_line->Clear();
+  while (std::feof(m_file.get()) == 0) {
+    const int byte = std::getc(m_file.get());
+    if (byte == EOF) break;  // a last line without line feed stays in o_line
+    if (byte == '\n') return true;
+    o_line->push_back(static_cast<char>(byte));
+  }
+  return false;
+}
+
+bool droOsFile::IsEof() const {
+  if (IsValid()) return std::feof(m_file.get()) != 0;
+  ReportInvalidHandle("IsEof");
+  return true;
+}
+
+long droOsFile::GetPosition() const {
+  if (!IsValid()) return ReportInvalidHandle("GetPosition");
+  return std::ftell(m_file.get());
+}
+
+droEError droOsFile::SetToStart() {
+  return SetPosition(m_file.get(), 0, SEEK_SET, "Setting pointer to start", "SetToStart");
+}
+
+droEError droOsFile::SetToEnd() {
+  return SetPosition(m_file.get(), 0, SEEK_END, "Setting pointer to end", "SetToEnd");
+}
+
+droEError droOsFile::SetTo(long offset) {
+  return SetPosition(m_file.get(), offset, SEEK_SET, "Setting pointer to " + std::to_string(offset), "SetTo");
+}
+
+droEError droOsFile::Advance(long offset) {
+  return SetPosition(m_file.get(), offset, SEEK_CUR, "Advanced pointer about " + std::to_string(offset),
+                     "Advance");
+}
+
+droEError droOsFile::GetFileSize(const droString& name, unsigned int* o_size) {
+  if (o_size == nullptr) return kReport(droError_InvalidArgument, "io_size pointer == 0", "GetFileSize");
+  *o_size = 0;
+  const droOsFile file(name, "rb");
+  const off_t size = file.IsValid() ? vlib::SizeOf(file) : -1;
+  if (size < 0 || std::cmp_greater(size, UINT_MAX)) {
+    return kReport(droError_OperationFailed, "Invalid file", "GetFileSize");
+  }
+  *o_size = static_cast<unsigned int>(size);
+  return droError_NoError;
+}
+
+droEError droOsFile::GetFileTextSource(const droString& name, droString* o_text) {
+  if (o_text == nullptr) {
+    return kReport(droError_InvalidArgument, "io_source pointer == 0", "GetFileTextSource");
+  }
+  const droOsFile file(name, "rb");
+  if (!file.IsValid()) return kReport(droError_OperationFailed, "Invalid file", "GetFileTextSource");
+  Contents contents;
+  const droEError result =
+      ReadContents(file, "Reading data from file : " + name, "GetFileTextSource", contents);
+  if (result != droError_NoError) return result;
+  // The text is touched only now that all is read, so that it stays what it was when anything fails.
+  try {
+    o_text->assign(contents.bytes.get(), contents.length);
+  } catch (const std::exception&) {  // no memory, or longer than any text
+    return ReportNoMemory("GetFileTextSource");
+  }
+  return droError_NoError;
+}
+
+int droOsFile::AppendToFile(const droString& name, const char* format, ...) {
+  const droOsFile file(name, "a");
+  if (!file.IsValid()) return kReport(droError_OperationFailed, "Invalid file", "AppendToFile");
+  std::va_list arguments;
+  va_start(arguments, format);
+  const int count = std::vfprintf(file, format, arguments);
+  const int error = errno;
+  va_end(arguments);
+  return Printed(count, error, "AppendToFile");
+}
+
+droEError droOsFile::CopyAndPaste(const droString& from, const droString& to) {
+  const auto report = [](const droString& message, int line = __builtin_LINE()) {
+    return kReport(droError_OperationFailed, message, "CopyAndPaste", line);
+  };
+  droOsFile copy(from, "rb");
+  if (!copy.IsValid()) return report("Invalid copy file: " + from);
+  Contents contents;
+  const droEError result =
+      ReadContents(copy, "Reading data from file copy: " + from, "CopyAndPaste", contents);
+  if (result != droError_NoError) return result;
+  if (copy.Close() != droError_NoError) return report("Can not close file copy: " + from);
+
+  droOsFile paste(to, "wb");
+  if (!paste.IsValid()) return report("Invalid paste file: " + to);
+  std::setbuf(paste, nullptr);  // what can not be written fails here, not when the file is closed
+  if (std::fwrite(contents.bytes.get(), 1, contents.length, paste) != contents.length) {
+    const int error = errno;
+    return kReport.System(droError_OperationFailed, "Writing data to file paste: " + to, error,
+                          "CopyAndPaste");
+  }
+  return paste.Close();
+}
+
+}  // namespace dro

@@ -1,0 +1,137 @@
+#include "dro_osutility.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <utility>
+
+#include "dro_osfile.h"
+#include "vcommand.h"
+#include "vpath.h"
+#include "vutility.h"
+
+namespace dro {
+namespace {
+
+constexpr droReporter kReport{"dro_osutility"};
+
+droEError ReportNoPipe(const char* function, int line = __builtin_LINE()) {
+  return kReport(droError_InvalidPointer, "Can not open system pipe", function, line);
+}
+
+// Appends all that a command prints. A failure is reported in the name of `function`.
+droEError AppendOutput(const droString& command, droString& io_output, const char* function) {
+  vlib::CommandOutput output(command);
+  if (!output.IsOpen()) return ReportNoPipe(function);
+  for (std::string line; output.ReadLine(line);)
+    io_output.append(line);
+  return droError_NoError;
+}
+
+}  // namespace
+
+const droString droOsUtility::Separator = "/";
+
+droEError droOsUtility::FileDelete(const char* path) {
+  if (path != nullptr && unlink(path) == 0) return droError_NoError;
+  return kReport(droError_OperationFailed, "Can not delete file", "FileDelete");
+}
+
+bool droOsUtility::FileExist(const char* path) { return path != nullptr && droOsFile(path, "rb").IsValid(); }
+
+bool droOsUtility::FolderExist(const char* path) {
+  struct stat status;
+  return path != nullptr && stat(path, &status) == 0;
+}
+
+int droOsUtility::FileMove(const char* from, const char* to) {
+  if (from == nullptr || to == nullptr) return -1;
+  return Execute(droString("mv ") + from + " " + to);
+}
+
+droString droOsUtility::GetFileNameWithExtension(const droString& path) {
+  return VUtility::ExtractFileName(path);
+}
+
+droString droOsUtility::GetParentFolder(const droString& path) { return VUtility::ExtractFilePath(path); }
+
+droString droOsUtility::GetModuleFullPath(const droString& path) { return vlib::AbsolutePath(path); }
+
+int droOsUtility::Execute(const droString& command) { return std::system(command.c_str()); }
+
+droEError droOsUtility::ExecuteCommandLine(const droString& command, droString* io_output) {
+  if (io_output == nullptr) return kReport(droError_InvalidArgument, "o_pData == 0", "ExecuteCommandLine");
+  return AppendOutput(command, *io_output, "ExecuteCommandLine");
+}
+
+droEError droOsUtility::ExecuteScript(const droString& folder, const droString& script,
+                                      droString* io_output) {
+  const auto report = [](const droString& message, int line = __builtin_LINE()) {
+    return kReport(droError_OperationFailed, message, "ExecuteScript", line);
+  };
+  if (io_output == nullptr) return kReport(droError_InvalidArgument, "o_pData == 0", "ExecuteScript");
+  const droString path = folder + Separator + "tavon.sh";
+
+  droOsFile file(path, "w");
+  if (!file.IsValid()) return report("Can not write tmp file " + path);
+  if (std::cmp_not_equal(file.WriteText("%s", script.c_str()), script.size())) {
+    return report("Can not write all data " + script);
+  }
+  // A disk may turn out to be full only now, and half a script must not run.
+  const droEError closed = file.Close();
+  if (closed != droError_NoError) return closed;
+  if (chmod(path.c_str(), 0755) != 0) {
+    const int error = errno;
+    return kReport.System(droError_OperationFailed, "Can not set chmod " + path, error, "ExecuteScript");
+  }
+  return AppendOutput(path, *io_output, "ExecuteScript");
+}
+
+long droOsUtility::GetHostID() { return gethostid(); }
+
+droString droOsUtility::GetCpuSerial() {
+  droString output;  // empty without a pipe, and that has no serial number in it
+  droString serial;
+  AppendOutput("cat /proc/cpuinfo | grep Serial", output, "GetCpuSerial");
+  return output.Extract(&serial, ": ", "\n", true, 0) == -1 ? "0000000000000000" : serial;
+}
+
+unsigned long droOsUtility::GetSourceSize(const droString& device) {
+  vlib::CommandOutput output("df -B M | grep " + device + " | awk '{print $2}'");
+  if (!output.IsOpen()) {
+    ReportNoPipe("GetSourceSize");
+    return 0;
+  }
+  std::string line;
+  output.ReadLine(line);
+  droString size = line;
+  size.FindAndReplace("M", "", true, false, 0);
+  return droString::AsULong(size, 10);
+}
+
+droEError droOsUtility::GetMacAddress(droArray<droString>* io_macs) {
+  if (io_macs == nullptr) return kReport(droError_InvalidArgument, "o_aMacs == 0", "GetMacAddress");
+  const droString path = "/sys/class/net/";
+  Folder folder;
+  if (GetFolder(path, &folder) != droError_NoError) {
+    return kReport(droError_OperationFailed, "Can not get folder", "GetMacAddress");
+  }
+
+  FolderFile interface;
+  droEError result = folder.GetFirstFile(&interface);
+  for (; interface.IsValid(); result = folder.GetNextFile(&interface)) {
+    const droString name = interface.GetName();
+    if (name == "." || name == "..") continue;
+    // Not every entry is an interface, and one can go at any time: no reason for a report.
+    const droString addressPath = path + name + Separator + "address";
+    if (!VUtility::FileExists(addressPath)) continue;
+    droString address;
+    const bool hasAddress = droOsFile(addressPath, "rb").ReadNextLine(&address);
+    if (hasAddress && address != "00:00:00:00:00:00") io_macs->push_back(address);
+  }
+  return result;
+}
+
+}  // namespace dro

@@ -1,0 +1,101 @@
+#include "dro_osfile.h"
+
+#include <new>
+
+#include "expect_report.h"
+#include "temporary_folder.h"
+
+using namespace dro;
+using std::string_literals::operator""s;
+using File = droOsFile;
+
+// Takes the place of the C++ library's, to be able to fail.
+static bool noMemory = false;
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+  return noMemory ? nullptr : ::operator new[](size);
+}
+
+struct DroOsFile : testing::Test {
+  const TemporaryFolder folder;
+  const std::string path = folder.Path("file"), other = folder.Path("other");
+  const std::string noEntry = "\nStd Error 2 No such file or directory";  // as ExpectReport has it
+};
+
+TEST_F(DroOsFile, LastLineWithoutLineFeedIsReadButResultsInFalse) {
+  WriteFile(path, "a\r\n\0b"s);
+  File file(path, "r");
+  droString line = "old";
+  std::string read;
+  for (int i = 0; i < 3; ++i)
+    read += (file.ReadNextLine(&line) ? "true:" : "false:") + line;
+  EXPECT_EQ(read, "true:a\rfalse:\0bfalse:"s);
+}
+
+TEST_F(DroOsFile, SettingThePositionResultsInAnErrorAndFailingInNone) {
+  File file(path, "w+");
+  EXPECT_EQ(file.WriteText("%s%d", "01234567", 89), 10);
+  unsigned char bytes[99];
+  ExpectReport(2, "Setting pointer to start" + noEntry, [&] { return file.SetToStart(); });
+  EXPECT_EQ(file.Read(bytes, 99), 10);
+  ExpectReport(2, "Setting pointer to 5" + noEntry, [&] { return file.SetTo(5); });
+  ExpectReport(2, "Advanced pointer about -3" + noEntry, [&] { return file.Advance(-3); });
+  EXPECT_EQ(file.GetPosition(), 2);
+  EXPECT_EQ(CapturedOutput([&] { EXPECT_EQ(file.SetTo(-1), 0); }), "");
+  ExpectReport(2, "Setting pointer to end" + noEntry, [&] { return file.SetToEnd(); });
+  EXPECT_EQ(file.GetPosition(), 10);
+}
+
+TEST_F(DroOsFile, ReportsWhatFails) {
+  droString text = "kept";
+  const auto read = [&](auto from) { return [=, &text] { return File::GetFileTextSource(from, &text); }; };
+  const auto copy = [](auto from, auto to) { return [=] { return File::CopyAndPaste(from, to); }; };
+  const auto invalid = "tavFile handle is invalid, == 0" + noEntry;
+  const auto noSpace = "\nStd Error 28 No space left on device"s,
+             print = "can no write data to file" + noSpace;
+  File none;
+  ExpectReport(3, invalid, [&] { return none.Read({}, 1) + none.WriteText("a") + none.SetToEnd(); });
+  ExpectReport(-1, print, [] { return File::AppendToFile("/dev/full", "%99999d", 1); });
+  ExpectReport(2, "Invalid copy file: " + path, copy(path, other));
+  WriteFile(path, "a");
+  ExpectReport(2, "Invalid paste file: /", copy(path, "/"));
+  ExpectReport(2, "Writing data to file paste: /dev/full" + noSpace, copy(path, "/dev/full"));
+  noMemory = true;
+  ExpectReport(6, "pData == 0", copy(path, other));
+  ExpectReport(6, "pData == 0", read(path));
+  noMemory = false;
+  // This file claims a size of 4096 bytes and gives 18, as one does that shrinks while it is read.
+  const auto lo = "/sys/class/net/lo/address"s, reading = "result(18) != iLen(4096) Reading data from file "s;
+  ExpectReport(2, reading + ": " + lo + "\nStd Error 0 No error", read(lo));
+  ExpectReport(2, reading + "copy: " + lo + "\nStd Error 0 No error", copy(lo, other));
+  EXPECT_EQ(text + ReadFile(other), "kept");
+}
+
+TEST_F(DroOsFile, FailedCloseKeepsALiveHandleThatIsFreedInTheEnd) {
+  const int descriptor = fileno(File(path, "w"));
+  droError::Level = 4;  // a log that throws
+  File("/dev/full", "w").WriteText("lost");
+  droError::Level = 1;
+  EXPECT_EQ(fileno(File(path, "w")), descriptor);
+  File file("/dev/full", "w");
+  ExpectReport(2, "Can not close file handle", [&] { return file.WriteText("lost"), file.Close(); });
+  ExpectReport(2, "can not close the file handle", [&] { return file.WriteText("a"), file.Open("", "w"); });
+  dup2(fileno(File(path, "w")), fileno(file));
+  EXPECT_TRUE(file.WriteText("kept") == 4 && file.Close() == 0);
+  EXPECT_EQ(ReadFile(path), "kept");
+}
+
+TEST_F(DroOsFile, ReadsAndCopiesInOnePieceAndTellsSizes) {
+  unsigned int size = 1;
+  droString text;
+  for (const std::string& contents : {""s, "\0a\n"s, std::string(20'000'000, 'x')}) {
+    WriteFile(path, contents);
+    EXPECT_TRUE(File::CopyAndPaste(path, other) == 0 && File::CopyAndPaste(other, other) == 0);
+    EXPECT_EQ(File::GetFileTextSource(other, &text) + File::GetFileSize(other, &size), 0);
+    EXPECT_TRUE(text == contents && size == contents.size()) << size;
+  }
+  std::filesystem::resize_file(path, 4294967294);
+  EXPECT_TRUE(File::AppendToFile(path, "%s", "a") == 1 && File::GetFileSize(path, &size) == 0);
+  EXPECT_EQ(size, 4294967295U);
+  std::filesystem::resize_file(path, 4294967296);
+  ExpectReport(0, "Invalid file", [&] { return File::GetFileSize(path, &size) == 2 ? size : 1; });
+}

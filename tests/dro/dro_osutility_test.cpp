@@ -1,0 +1,97 @@
+#include "dro_osutility.h"
+
+#include <signal.h>
+#include <sys/wait.h>
+
+#include "expect_report.h"
+#include "resource_limit.h"
+#include "stand_ins.h"
+
+using namespace dro;
+using std::string_literals::operator""s;
+using U = droOsUtility;
+
+TEST(DroOsUtility, CommandsLoseNoOutputAndLeaveNoChild) {
+  droString output = ">";
+  const auto run = [&](auto text) { return [=, &output] { return U::ExecuteCommandLine(text, &output); }; };
+  sysv_signal(SIGUSR1, [](int) {});  // interrupts the reading
+  EXPECT_EQ(run("sleep 0.05; kill -USR1 $PPID; sleep 0.05; echo b")(), 0);
+  EXPECT_EQ(run("head -c 3000000 /dev/zero | tr '\\0' x; echo")(), 0);
+  EXPECT_EQ(run("printf 'a\\000b\\n\\000'; ls /none; kill -9 $$")(), 0);
+  ExpectReport(5, "Can not open system pipe", [&] { return Without(RLIMIT_NOFILE, run("echo c")); });
+  EXPECT_TRUE(output == ">b\n" + std::string(3000000, 'x') + "\na\0b\n\0"s) << output.size();
+  EXPECT_EQ(waitpid(-1, nullptr, WNOHANG), -1);
+}
+
+TEST(DroOsUtility, RunsTheSystemsCommandsAsTold) {
+  StandIns standIns;
+  standIns.Add("grep");
+  standIns.Add("awk");
+  standIns.Add("cat", "printf 'model: 1\\nSerial\\t: 00a7b\\nSerial: 2\\n'");
+  standIns.Add("df", "printf '/dev/sda1 12345m 1M\\n/dev/sda1 7M 1M\\n/dev/sdb1 9M 1M\\n'");
+  standIns.Add("mv", "exit 3");
+  EXPECT_EQ(U::GetCpuSerial(), "00a7b");
+  EXPECT_EQ(standIns.Calls(), "cat /proc/cpuinfo\ngrep Serial\n");
+  EXPECT_EQ(U::GetSourceSize("/dev/sda1"), 12345U);
+  EXPECT_EQ(standIns.Calls(), "awk {print $2}\ndf -B M\ngrep /dev/sda1\n");
+  EXPECT_EQ(U::FileMove("a", "b"), 3 << 8);
+  EXPECT_EQ(standIns.Calls(), "mv a b\n");
+  standIns.Add("cat", "");
+  EXPECT_EQ(U::GetCpuSerial(), "0000000000000000");
+}
+
+TEST(DroOsUtility, RunsScriptsThatCouldBeWritten) {
+  const TemporaryFolder temporary;
+  const std::string folder = temporary.Path("."), path = folder + "/tavon.sh";
+  droString out;
+  const auto run = [&](auto text) { return [=, &out] { return U::ExecuteScript(folder, text, &out); }; };
+  EXPECT_TRUE(run("echo a long one\necho %s\n")() == 0 && run("#!/bin/sh\necho $0")() == 0);
+  ExpectReport(2, "Can not write all data a", run("a\n\0b"s));
+  signal(SIGXFSZ, SIG_IGN);  // the disk is full
+  ExpectReport(2, "Can not close file handle", [&] { return Without(RLIMIT_FSIZE, run("echo a")); });
+  EXPECT_EQ(out, "a long one\n%s\n" + path + "\n");
+}
+
+TEST(DroOsUtility, ListsFoldersUntilTheyEndOrVanish) {
+  const TemporaryFolder temporary;
+  const std::string path = temporary.Path("a"), file = path + "/file";
+  std::filesystem::create_directories(path + "/sub");
+  WriteFile(file, "");
+  U::Folder folder;
+  U::FolderFile entry;
+  EXPECT_EQ(U::GetFolder(path, &folder), 0);
+  droArray<std::string> names;
+  for (int round = 0; round < 2; ++round)
+    for (folder.GetFirstFile(&entry); entry.IsValid(); folder.GetNextFile(&entry))
+      names.push_back(entry.GetName() + (entry.IsDirectory() ? "/" : ""));
+  EXPECT_THAT(names, testing::UnorderedElementsAre("../", "../", "./", "./", "file", "file", "sub/", "sub/"));
+  EXPECT_TRUE(U::FileExist(file.c_str()) && U::FolderExist(file.c_str()));
+  EXPECT_EQ(U::FileDelete(file.c_str()), 0);
+  ExpectReport(2, "Can not delete file", [&] { return U::FileDelete(file.c_str()); });
+  std::filesystem::remove_all(path);
+  EXPECT_EQ(folder.GetFirstFile(&entry), 0);
+  EXPECT_EQ(entry.GetName(), "");
+  ExpectReport(2, "Can not get folder " + path, [&] { return U::GetFolder(path, &folder); });
+  const auto openBroken = [&] {  // its descriptor is closed beneath it
+    const int descriptor = dup(2);
+    close(descriptor);
+    return folder.open("/") == 0 && close(descriptor) == 0;
+  };
+  const std::string next = "Can not get next file\nStd Error 9 Bad file descriptor";
+  ExpectReport(2, next, [&] { return openBroken(), folder.GetNextFile(&entry), folder.close(); });
+  ExpectReport(2, next, [&] { return folder.GetFirstFile(&entry); });
+  ExpectReport(2, "can not close directory ", [&] { return openBroken(), folder.open("/"); });
+}
+
+TEST(DroOsUtility, TellsAboutPathsAndTheMachine) {
+  const std::string here = std::filesystem::current_path();
+  EXPECT_EQ(U::GetFileNameWithExtension("a/b.c") + U::GetFileNameWithExtension("a/"), "b.c");
+  EXPECT_EQ(U::GetModuleFullPath("../a"), U::GetParentFolder(here) + U::Separator + "a");
+  droArray<droString> macs;
+  droString found, all;
+  U::ExecuteCommandLine("cd /sys/class/net; cat $(ls -U | sed s,$,/address,) | grep -v ^00:00:00", &all);
+  EXPECT_EQ(U::GetMacAddress(&macs), 0);
+  for (const droString& mac : macs)
+    found += mac + "\n";
+  EXPECT_EQ(found, all);
+}
