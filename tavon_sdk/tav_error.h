@@ -12,7 +12,7 @@
 // report; there is no lock, so records of several threads may interleave.
 namespace tavon {
 
-enum tavEError : std::int32_t {
+enum tavEError : std::uint32_t {
   tavError_NoError = 0,  // also the code of a mere notice
   tavError_OperationFailed = 1,
   tavError_StandardLibrary = 2,

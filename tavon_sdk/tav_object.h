@@ -1,12 +1,17 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
+
+#include "tav_smutex.h"
+#include "tav_string.h"
 
 namespace tavon {
 
 // The types of objects. The numbers are stored and travel between programs.
 enum tavEObject : std::int32_t {
-  tavObject_None = -1,  // no type: what an unknown type name gives
+  tavObject_None = -1,   // no type: what an unknown type name gives
+  tavObject_Object = 0,  // the base of all, of no type of its own
   tavObject_ParameterSwitch = 1000,
   tavObject_ParameterSwitchRelease = 1001,
   tavObject_ParameterSlider = 1002,
@@ -21,6 +26,113 @@ enum tavEObject : std::int32_t {
   tavObject_ParameterByte = 1011,
   tavObject_ParameterTuner = 1012,
   tavObject_ParameterCamera = 1013,
+};
+
+// The face of every object of the model: an id, a name, flags, and its forms as text. See tavObject.
+class tavIObject {
+ public:
+  virtual ~tavIObject() = default;
+  virtual tavEObject GetType() const = 0;
+  virtual const char* GetTypeName() const = 0;
+  virtual void SetUniqueID(const unsigned int& id) = 0;
+  virtual unsigned int GetUniqueID() const = 0;
+  virtual void SetName(const wchar_t* name) = 0;
+  virtual tavWString GetName() const = 0;
+  virtual void SetPrefix(const wchar_t* prefix) = 0;
+  virtual tavWString GetPrefix() const = 0;
+  virtual void SetSuffix(const wchar_t* suffix) = 0;
+  virtual tavWString GetSuffix() const = 0;
+  virtual bool IsDirty() const = 0;
+  virtual void IsDirty(bool dirty) = 0;
+  virtual unsigned char GetFlags() const = 0;
+  virtual void SetFlags(unsigned char flags) = 0;
+  virtual void AddFlags(unsigned char mask) = 0;
+  virtual void RemoveFlags(unsigned char mask) = 0;
+  virtual bool HasFlags(unsigned char mask) const = 0;
+  virtual bool IsValid() const = 0;
+  virtual bool IsObject(tavEObject type) const = 0;
+  virtual tavString SerializeAsXml() const = 0;
+  virtual tavString ToString() const = 0;
+  virtual void SetUserData(void* data) = 0;
+  virtual void* GetUserData() const = 0;
+  virtual tavString SerializeParametersAsXml() const = 0;
+  virtual void OnDirty() = 0;
+};
+
+// The base of every object of the model.
+//
+// Any thread may call any operation: each takes the object's own recursive lock, which the layers above
+// share. Only the hook OnDirty is called without it. The object owns its texts; the user data is the
+// caller's.
+class tavObject : public tavIObject {
+ public:
+  tavObject() = default;
+  tavObject(const tavObject&) = delete;
+  tavObject& operator=(const tavObject&) = delete;
+
+  tavEObject GetType() const override { return tavObject_Object; }
+  const char* GetTypeName() const override { return "Object"; }
+
+  // The id of the object on the wire and in XML; 0 until set.
+  void SetUniqueID(const unsigned int& id) override;
+  unsigned int GetUniqueID() const override;
+
+  // The name and what stands before and behind it; empty until set. The text must not be null. Without memory
+  // for it code 5 is reported and the text is empty. Naming an object does not make it dirty.
+  void SetName(const wchar_t* name) override;
+  tavWString GetName() const override;
+  void SetPrefix(const wchar_t* prefix) override;
+  tavWString GetPrefix() const override;
+  void SetSuffix(const wchar_t* suffix) override;
+  tavWString GetSuffix() const override;
+
+  // Dirty means changed and not taken over yet; it is bit 0 of the flags. Making a dirty object clean calls
+  // OnDirty, making it dirty calls nothing: the hook is for the moment in which a change is taken over.
+  bool IsDirty() const override;
+  void IsDirty(bool dirty) override;
+
+  // The flags byte. Bits 1 to 7 are free for callers. SetFlags replaces all bits, the dirty one too, without
+  // calling OnDirty. HasFlags is true when any bit of the mask is set.
+  unsigned char GetFlags() const override;
+  void SetFlags(unsigned char flags) override;
+  void AddFlags(unsigned char mask) override;
+  void RemoveFlags(unsigned char mask) override;
+  bool HasFlags(unsigned char mask) const override;
+
+  bool IsValid() const override;
+  bool IsObject(tavEObject type) const override { return GetType() == type; }
+
+  // One XML element named after the type, UTF-8, with id, type, name, prefix and suffix as attributes and
+  // SerializeParametersAsXml inside. Texts are inserted as they are, nothing is escaped.
+  tavString SerializeAsXml() const override;
+
+  // Prefix, name and suffix, a "." and the name of the type.
+  tavString ToString() const override;
+
+  // A pointer that the object keeps for its user and never looks at.
+  void SetUserData(void* data) override;
+  void* GetUserData() const override;
+
+  // The flags as an XML element of eight digits, bit 7 first.
+  tavString SerializeParametersAsXml() const override;
+
+  void OnDirty() override {}
+
+ protected:
+  mutable vMutex m_lock;
+
+ private:
+  using Text = std::unique_ptr<wchar_t[]>;
+
+  void StoreText(Text& target, const wchar_t* text, const char* message, const char* function, int line);
+  tavWString CopyOf(const Text& text) const;
+
+  unsigned int m_uniqueId = 0;
+  unsigned char m_flags = 0;
+  void* m_userData = nullptr;
+  Text m_suffix;
+  Text m_name;
+  Text m_prefix;
 };
 
 }  // namespace tavon

@@ -1,17 +1,24 @@
 #pragma once
 
-#include "tav_error.h"
-#include "tav_string.h"
+#include "tav_byteparameter.h"
 
 namespace tavon {
 
 // Any value from 0 to 255.
-class tavParameterByte {
+class tavParameterByte : public tavByteParameter<tavParameterByte> {
  public:
+  static constexpr tavEObject TypeId = tavObject_ParameterByte;
   static constexpr const char* TypeName = "ParameterByte";
+  static constexpr tavParameterSource Source{.name = "tav_parameterbyte",
+                                             .setDataFromString = 36,
+                                             .setDataValue = 82,
+                                             .getDataValue = 86,
+                                             .comparison = 97};
 
-  // Writes the value of a text: 1 byte: the low 8 bits of the number.
-  // An empty text writes nothing. A null buffer is reported, code 6.
+  void SetValue(unsigned char value) { SetByte(value); }
+
+  // Writes one byte: the low 8 bits of the number in the text. An empty text writes nothing, a null buffer is
+  // reported, code 6.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 };
 

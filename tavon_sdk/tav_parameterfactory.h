@@ -8,8 +8,10 @@
 
 namespace tavon {
 
-// The one place that knows all parameter types: their ids, their names, and how the text of a value becomes
-// its bytes. It has no state; any thread may call it.
+class tavIParameter;
+
+// The one place that knows all parameter types: their ids, their names, how the text of a value becomes its
+// bytes, and how an object is made. It has no state; any thread may call it.
 class tavParameterFactory {
  public:
   // The type of a full name such as "ParameterSwitch", letter case ignored; tavObject_None when there is
@@ -26,6 +28,11 @@ class tavParameterFactory {
   // Reported and returned: code 6 for an empty text or a null `io_data`, code 1 for an unknown type. A text
   // that is no valid value is no failure: it becomes what its type makes of it, and 0 is returned.
   static tavEError StringToData(tavEObject id, const tavString& strData, std::vector<unsigned char>* io_data);
+
+  // A new parameter of a type, which the caller deletes. Reported, with null as the result: code 6 for an
+  // unknown type, code 5 without memory.
+  static tavIParameter* CreateByType(tavEObject id);
+  static tavIParameter* CreateByTypeName(const tavString& name);
 };
 
 }  // namespace tavon

@@ -1,17 +1,25 @@
 #pragma once
 
-#include "tav_error.h"
-#include "tav_string.h"
+#include "tav_floatparameter.h"
 
 namespace tavon {
 
 // A position between 0.0 and 1.0.
-class tavParameterSlider {
+class tavParameterSlider : public tavFloatParameter<tavParameterSlider> {
  public:
+  static constexpr tavEObject TypeId = tavObject_ParameterSlider;
   static constexpr const char* TypeName = "ParameterSlider";
+  static constexpr tavParameterSource Source{.name = "tav_parameterslider",
+                                             .setDataFromString = 40,
+                                             .setDataValue = 82,
+                                             .getDataValue = 86,
+                                             .comparison = 105};
 
-  // Writes the value of a text: 4 bytes, little-endian single precision. Numbers above 1 give 1.0, below 0
-  // give 0.0; not-a-number passes. An empty text writes nothing. A null buffer is reported, code 6.
+  // Stops at 0.0 and 1.0; not-a-number is stored as it is.
+  void SetValue(float value);
+
+  // Writes four bytes: the number in the text, little-endian single precision, stopped at 0.0 and 1.0 after
+  // it was narrowed; not-a-number passes. An empty text writes nothing, a null buffer is reported, code 6.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 };
 

@@ -1,17 +1,22 @@
 #pragma once
 
-#include "tav_error.h"
-#include "tav_string.h"
+#include "tav_byteparameter.h"
 
 namespace tavon {
 
-// A switch: off or on.
-class tavParameterSwitch {
+// A switch: off (0) or on (1).
+class tavParameterSwitch : public tavOnOffParameter<tavParameterSwitch> {
  public:
+  static constexpr tavEObject TypeId = tavObject_ParameterSwitch;
   static constexpr const char* TypeName = "ParameterSwitch";
+  static constexpr tavParameterSource Source{.name = "tav_parameterswitch",
+                                             .setDataFromString = 36,
+                                             .setDataValue = 82,
+                                             .getDataValue = 86,
+                                             .comparison = 97};
 
-  // Writes the value of a text: 1 byte: 1 when the low 8 bits of the number are not all zero, else 0 ("257"
-  // is on, "256" is off). An empty text writes nothing. A null buffer is reported, code 6.
+  // Writes one byte: 1 when the low 8 bits of the number in the text are not all zero, else 0 ("257" is on,
+  // "256" off). An empty text writes nothing, a null buffer is reported, code 6.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 };
 

@@ -1,17 +1,22 @@
 #pragma once
 
-#include "tav_error.h"
-#include "tav_string.h"
+#include "tav_floatparameter.h"
 
 namespace tavon {
 
-// A tuner's value.
-class tavParameterTuner {
+// The value of a tuner, without limits.
+class tavParameterTuner : public tavFloatParameter<tavParameterTuner> {
  public:
+  static constexpr tavEObject TypeId = tavObject_ParameterTuner;
   static constexpr const char* TypeName = "ParameterTuner";
+  static constexpr tavParameterSource Source{.name = "tav_parametertuner",
+                                             .setDataFromString = 36,
+                                             .setDataValue = 82,
+                                             .getDataValue = 86,
+                                             .comparison = 97};
 
-  // Writes the value of a text: 4 bytes, little-endian single precision, any value.
-  // An empty text writes nothing. A null buffer is reported, code 6.
+  // Writes four bytes: the number in the text, little-endian single precision, any value. An empty text
+  // writes nothing, a null buffer is reported, code 6.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 };
 

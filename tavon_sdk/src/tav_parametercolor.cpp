@@ -1,11 +1,13 @@
 #include "tav_parametercolor.h"
 
+#include <algorithm>
+
 #include "tav_valueencoding.h"
 
 namespace tavon {
 namespace {
 
-constexpr std::size_t kComponents = 4;
+constexpr unsigned int kComponents = 4;
 
 constexpr bool IsHexDigit(char c) {
   const char lower = vlib::LowerCase(c);
@@ -35,8 +37,54 @@ void WriteComponents(const tavString& text, unsigned char* target) {
 
 }  // namespace
 
+void tavParameterColor::SetValue(const unsigned int& v) {
+  SetValue(static_cast<unsigned char>(v >> 24), static_cast<unsigned char>(v >> 16),
+           static_cast<unsigned char>(v >> 8), static_cast<unsigned char>(v));
+}
+
+void tavParameterColor::SetValue(unsigned char c0, unsigned char c1, unsigned char c2, unsigned char c3) {
+  const unsigned char components[] = {c0, c1, c2, c3};
+  SetData(components, kComponents, 1);
+}
+
+void tavParameterColor::GetValue(unsigned int* o_val) const {
+  if (o_val == nullptr) Report(tavError_InvalidArgument, "o_val == 0", "GetValue", 139);
+  const tavSMutex lock(&m_lock);
+  *o_val = static_cast<unsigned int>(m_value[0]) << 24 | static_cast<unsigned int>(m_value[1]) << 16 |
+           static_cast<unsigned int>(m_value[2]) << 8 | m_value[3];
+}
+
+void tavParameterColor::GetValue(unsigned char* o_c0, unsigned char* o_c1, unsigned char* o_c2,
+                                 unsigned char* o_c3) const {
+  const tavSMutex lock(&m_lock);
+  std::size_t component = 0;
+  for (unsigned char* target : {o_c0, o_c1, o_c2, o_c3}) {
+    if (target != nullptr) *target = m_value[component];
+    ++component;
+  }
+}
+
+void tavParameterColor::SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) {
+  tavConcreteParameter::SetData(data, size, flag);
+  const tavSMutex lock(&m_lock);
+  if (IsDirty()) OnRGBValue((m_value[0] | m_value[1] | m_value[2]) != 0 ? 1 : 0);
+}
+
+bool tavParameterColor::Comparison(const tavECodeOperator& op, const unsigned char* data,
+                                   const unsigned int& size) const {
+  if (data == nullptr || size < kComponents) return false;
+  return CompareUnordered(op, data);
+}
+
+tavString tavParameterColor::ValueToString() const {
+  const tavSMutex lock(&m_lock);
+  tavString text;
+  text.SetFormat(64, "0x%.2X%.2X%.2X%.2X", m_value[0], m_value[1], m_value[2], m_value[3]);
+  return text;
+}
+
 tavEError tavParameterColor::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, "tav_parametercolor", 19, WriteComponents);
+  return EncodeValue(text, o_pBuffer, Source.name, 19, WriteComponents);
 }
 
 }  // namespace tavon

@@ -34,26 +34,19 @@ struct ParameterType {
 };
 
 template <class Parameter>
-constexpr ParameterType Row(tavEObject id, std::size_t size) {
-  return {id, Parameter::TypeName, size, Parameter::GetBinaryDataFromString};
+constexpr ParameterType Row(std::size_t size) {
+  return {Parameter::TypeId, Parameter::TypeName, size, Parameter::GetBinaryDataFromString};
 }
 
 // In the order of the ids, which have no gaps.
 constexpr std::array kTypes = {
-    Row<tavParameterSwitch>(tavObject_ParameterSwitch, 1),
-    Row<tavParameterSwitchRelease>(tavObject_ParameterSwitchRelease, 1),
-    Row<tavParameterSlider>(tavObject_ParameterSlider, 4),
-    Row<tavParameterColor>(tavObject_ParameterColor, 4),
-    Row<tavParameterInfo>(tavObject_ParameterInfo, kTextLength),
-    Row<tavParameterShutter>(tavObject_ParameterShutter, 1),
-    Row<tavParameterThermo>(tavObject_ParameterThermo, 4),
-    Row<tavParameterThermoChronoWeek>(tavObject_ParameterThermoChronoWeek, 673),
-    Row<tavParameterHDScene>(tavObject_ParameterHDScene, 1),
-    Row<tavParameterVRScene>(tavObject_ParameterVRScene, 1),
-    Row<tavParameterAlert>(tavObject_ParameterAlert, 1),
-    Row<tavParameterByte>(tavObject_ParameterByte, 1),
-    Row<tavParameterTuner>(tavObject_ParameterTuner, 4),
-    Row<tavParameterCamera>(tavObject_ParameterCamera, kTextLength),
+    Row<tavParameterSwitch>(1),         Row<tavParameterSwitchRelease>(1),
+    Row<tavParameterSlider>(4),         Row<tavParameterColor>(4),
+    Row<tavParameterInfo>(kTextLength), Row<tavParameterShutter>(1),
+    Row<tavParameterThermo>(4),         Row<tavParameterThermoChronoWeek>(673),
+    Row<tavParameterHDScene>(1),        Row<tavParameterVRScene>(1),
+    Row<tavParameterAlert>(1),          Row<tavParameterByte>(1),
+    Row<tavParameterTuner>(4),          Row<tavParameterCamera>(kTextLength),
 };
 
 // The row of a type, or null.

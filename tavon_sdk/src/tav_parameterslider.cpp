@@ -5,17 +5,23 @@
 namespace tavon {
 namespace {
 
+// Written as comparisons: not-a-number must pass, and so must a tiny negative number that was narrowed to
+// -0.0.
+float Limit(float position) {
+  if (position > 1.0F) return 1.0F;
+  return position < 0.0F ? 0.0F : position;
+}
+
 void WritePosition(const tavString& text, unsigned char* target) {
-  const float position = ReadFloat(text);
-  // Written as comparisons because not-a-number must pass, and a tiny negative number that narrows to -0.0
-  // too.
-  StoreFloat(position > 1.0F ? 1.0F : position < 0.0F ? 0.0F : position, target);
+  StoreFloat(Limit(ReadFloat(text)), target);
 }
 
 }  // namespace
 
+void tavParameterSlider::SetValue(float value) { tavFloatParameter::SetValue(Limit(value)); }
+
 tavEError tavParameterSlider::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, "tav_parameterslider", 18, WritePosition);
+  return EncodeValue(text, o_pBuffer, Source.name, 18, WritePosition);
 }
 
 }  // namespace tavon

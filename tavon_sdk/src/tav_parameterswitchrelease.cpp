@@ -1,12 +1,117 @@
 #include "tav_parameterswitchrelease.h"
 
+#include "tav_parameterthread.h"
+#include "tav_time.h"
 #include "tav_valueencoding.h"
 
 namespace tavon {
+namespace {
+
+constexpr unsigned char kInverted = 1;
+constexpr unsigned char kThreadMustEnd = 2;
+
+constexpr unsigned int kShortestSafeTime = 1000;  // ms
+constexpr unsigned int kPeriod = 250;             // ms
+constexpr unsigned long kStackSize = 262144;
+
+}  // namespace
+
+tavParameterSwitchRelease::tavParameterSwitchRelease() = default;
+
+tavParameterSwitchRelease::~tavParameterSwitchRelease() { term_thread(); }
+
+void tavParameterSwitchRelease::SetSafeTime(const unsigned int& ms) {
+  constexpr const char* function = "SetSafeTime";
+  tavSMutex lock(&m_lock);
+  m_safeTime = ms;
+  if (ms < kShortestSafeTime) {
+    lock.UnLock();
+    term_thread();
+    return;
+  }
+  if (m_thread) return;
+  switch (StartParameterThread(m_thread, thread_procedure, this, kStackSize)) {
+    case tavThreadStart::Started:
+      break;
+    case tavThreadStart::NoMemory:
+      Report(tavError_OutOfMemory, "Can not create thread for tavParameterSwitchRelease", function, 137);
+      break;
+    case tavThreadStart::Failed:
+      Report(tavError_OperationFailed, "Can not start thread for tavParameterSwitchRelease", function, 143);
+      break;
+  }
+}
+
+unsigned int tavParameterSwitchRelease::GetSafeTime() const {
+  const tavSMutex lock(&m_lock);
+  return m_safeTime;
+}
+
+void tavParameterSwitchRelease::IsInverted(bool inverted) {
+  const tavSMutex lock(&m_lock);
+  m_flags = static_cast<unsigned char>(inverted ? m_flags | kInverted : m_flags & ~kInverted);
+}
+
+bool tavParameterSwitchRelease::IsInverted() const {
+  const tavSMutex lock(&m_lock);
+  return (m_flags & kInverted) != 0;
+}
+
+void tavParameterSwitchRelease::SetData(const unsigned char* data, const unsigned int& size,
+                                        unsigned char flag) {
+  const tavSMutex lock(&m_lock);
+  tavOnOffParameter::SetData(data, size, flag);
+  const bool isActive = (m_value[0] != 0) != IsInverted();
+  if (isActive) m_activationTime = static_cast<unsigned int>(tavTime::GetTime());
+}
+
+tavString tavParameterSwitchRelease::SerializeParametersAsXml() const {
+  const tavSMutex lock(&m_lock);
+  tavString xml = tavOnOffParameter::SerializeParametersAsXml();
+  xml.append("<invert>").append(IsInverted() ? "1" : "0").append("</invert>");
+  xml.append("<ms_time>").append(tavString::FromULong(m_safeTime)).append("</ms_time>");
+  return xml;
+}
+
+void tavParameterSwitchRelease::term_thread() {
+  tavSMutex lock(&m_lock);
+  if (!m_thread) return;
+  m_flags |= kThreadMustEnd;  // never taken back, and no other thread is made: it would end at its first pass
+  lock.UnLock();
+  m_thread->Stop();
+}
+
+bool tavParameterSwitchRelease::ReadState(unsigned char& o_value, unsigned int& o_age) const {
+  const tavSMutex lock(&m_lock);
+  o_value = m_value[0];
+  // Unsigned 32-bit arithmetic is right across the wrap of the clock.
+  o_age = static_cast<unsigned int>(tavTime::GetTime()) - m_activationTime;
+  return (m_flags & kThreadMustEnd) == 0;
+}
+
+void tavParameterSwitchRelease::thread_procedure(VThread* thread, void* parameter) {
+  auto& self = *static_cast<tavParameterSwitchRelease*>(parameter);
+  unsigned int safeTime = self.GetSafeTime();
+  bool isInverted = self.IsInverted();
+  unsigned char value = 0;
+  unsigned int age = 0;
+  while (self.ReadState(value, age)) {
+    if (age >= safeTime) {
+      const unsigned char rest = isInverted ? 1 : 0;
+      if (value != rest) {
+        self.SetByte(rest);
+        self.OnSafeValue();
+      }
+      isInverted = self.IsInverted();
+      safeTime = self.GetSafeTime();
+    }
+    if (!thread->WaitContinue(kPeriod)) return;
+  }
+}
 
 tavEError tavParameterSwitchRelease::GetBinaryDataFromString(const tavString& text,
                                                              unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, "tav_parameterswitchrelease", 23, WriteOnOff);
+  return EncodeValue(text, o_pBuffer, Source.name, 23, WriteOnOff);
 }
 
 }  // namespace tavon

@@ -1,14 +1,54 @@
 #include "tav_parameterthermochronoweek.h"
 
 #include <algorithm>
+#include <array>
+#include <cstring>
 
+#include "tav_time.h"
 #include "tav_valueencoding.h"
 
 namespace tavon {
 namespace {
 
-constexpr std::size_t kSetPoints = 7 * 24;
+constexpr unsigned char kThreadMustEnd = 1;
+
+constexpr int kHours = 24;
+constexpr int kDays = 7;
+constexpr std::size_t kSetPoints = kDays * kHours;
 constexpr std::size_t kValueSize = 1 + kSetPoints * kFloatSize;
+
+constexpr unsigned int kPeriod = 1000;  // ms
+constexpr unsigned long kStackSize = 262144;
+
+constexpr std::size_t OffsetOf(int day, int hour) {
+  return 1 + kFloatSize * static_cast<std::size_t>(day * kHours + hour);
+}
+
+// The schedule's day (0 is Monday) of a calendar's week day (0 is Sunday).
+constexpr int ScheduleDay(int weekDay) { return weekDay == 0 ? kDays - 1 : weekDay - 1; }
+
+// The next hour for which a set-point is due.
+struct DueHour {
+  int day;
+  int hour;
+  unsigned int wait;   // ms from `start` on, to one second before the hour
+  unsigned int start;  // ms, of the clock that wraps
+};
+
+DueHour NextHour() {
+  int weekDay = 0;
+  int hour = 0;
+  int minute = 0;
+  int second = 0;
+  tavTime::GetDateTime(nullptr, nullptr, nullptr, nullptr, &weekDay, &hour, &minute, &second);
+  // One second before the hour there is a whole hour to wait; in a leap second it is one less.
+  const int remaining = 3599000 - 60000 * minute - 1000 * second;
+  const bool isLastHour = hour == kHours - 1;
+  return {.day = ScheduleDay(isLastHour ? (weekDay + 1) % kDays : weekDay),
+          .hour = isLastHour ? 0 : hour + 1,
+          .wait = static_cast<unsigned int>(remaining > 0 ? remaining : remaining + 3600000),
+          .start = static_cast<unsigned int>(tavTime::GetTime())};
+}
 
 void WriteSchedule(const tavString& text, unsigned char* target) {
   const bool isList = text.find(',') != tavString::npos;
@@ -27,9 +67,127 @@ void WriteSchedule(const tavString& text, unsigned char* target) {
 
 }  // namespace
 
+tavParameterThermoChronoWeek::tavParameterThermoChronoWeek() {
+  m_thread.SetAutoRelease(false);
+  m_thread.SetWork(thread_procedure, this);
+  if (!m_thread.Start(kStackSize)) {
+    Report(tavError_OperationFailed, "Can not start thread for tavParameterThermoChronoWeek\n",
+           "tavParameterThermoChronoWeek", 123);
+  }
+}
+
+tavParameterThermoChronoWeek::~tavParameterThermoChronoWeek() { term_thread(); }
+
+unsigned char tavParameterThermoChronoWeek::GetActive() const {
+  const tavSMutex lock(&m_lock);
+  return m_value[0];
+}
+
+void tavParameterThermoChronoWeek::SetActive(unsigned char active) { SetData(&active, 1, 0); }
+
+unsigned int tavParameterThermoChronoWeek::GetOffsetTime() const {
+  const tavSMutex lock(&m_lock);
+  return m_offsetTime;
+}
+
+void tavParameterThermoChronoWeek::SetOffsetTime(unsigned int milliseconds) {
+  const tavSMutex lock(&m_lock);
+  m_offsetTime = milliseconds;
+}
+
+float tavParameterThermoChronoWeek::GetCurrentTemperature() const {
+  const tavSMutex lock(&m_lock);
+  return m_currentTemperature;
+}
+
+void tavParameterThermoChronoWeek::GetDay(EDays day, float* o_float_buffer_24) const {
+  if (o_float_buffer_24 == nullptr) Report(tavError_InvalidArgument, "o_float_buffer_24 == 0", "GetDay", 241);
+  constexpr std::array days = {Days_Monday, Days_Tuesday,  Days_Wednesday, Days_Thursday,
+                               Days_Friday, Days_Saturday, Days_Sunday};
+  const auto found = std::find(days.begin(), days.end(), day);
+  if (found == days.end()) return;
+  const tavSMutex lock(&m_lock);
+  std::memcpy(o_float_buffer_24, m_value.data() + OffsetOf(static_cast<int>(found - days.begin()), 0),
+              kHours * kFloatSize);
+}
+
+void tavParameterThermoChronoWeek::SetData(const unsigned char* data, const unsigned int& size,
+                                           unsigned char flag) {
+  tavConcreteParameter::SetData(data, size, flag);
+  if (GetActive() == 0) return;
+  int weekDay = 0;
+  int hour = 0;
+  tavTime::GetDateTime(nullptr, nullptr, nullptr, nullptr, &weekDay, &hour, nullptr, nullptr);
+  update_temperature(ScheduleDay(weekDay), hour);
+}
+
+tavEError tavParameterThermoChronoWeek::SetDataFromString(tavIParameter* pPrm, const tavString& text) {
+  if (pPrm == nullptr) return tavError_NoError;
+  if (!pPrm->IsObject(TypeId)) return ReportOtherType();
+  if (text.empty()) return tavError_NoError;
+  std::array<unsigned char, kValueSize> value{};
+  WriteSchedule(text, value.data());
+  const bool isList = text.find(',') != tavString::npos;
+  pPrm->SetData(value.data(), isList ? kValueSize : 1, isList ? 1 : 0);
+  return tavError_NoError;
+}
+
+tavString tavParameterThermoChronoWeek::ValueToString() const {
+  const tavSMutex lock(&m_lock);
+  tavString text = tavString::FromInt(m_value[0]);
+  for (std::size_t offset = 1; offset < kValueSize; offset += kFloatSize) {
+    float setPoint;
+    std::memcpy(&setPoint, m_value.data() + offset, sizeof(setPoint));
+    text.append(",").append(tavString::FromFloat(setPoint, 2));
+  }
+  return text;
+}
+
+bool tavParameterThermoChronoWeek::Comparison(const tavECodeOperator& op, const unsigned char* data,
+                                              const unsigned int& size) const {
+  if (data == nullptr || size < kValueSize) return false;
+  return CompareUnordered(op, data);
+}
+
+void tavParameterThermoChronoWeek::update_temperature(int day, int hour) {
+  if (GetActive() == 0) return;
+  if (day < 0 || day >= kDays || hour < 0 || hour >= kHours) return;
+  {
+    const tavSMutex lock(&m_lock);
+    std::memcpy(&m_currentTemperature, m_value.data() + OffsetOf(day, hour), sizeof(m_currentTemperature));
+  }
+  OnChangeTemperature();
+}
+
+void tavParameterThermoChronoWeek::term_thread() {
+  {
+    const tavSMutex lock(&m_lock);
+    m_flags |= kThreadMustEnd;
+  }
+  m_thread.Stop();
+}
+
+bool tavParameterThermoChronoWeek::MustEnd() const {
+  const tavSMutex lock(&m_lock);
+  return (m_flags & kThreadMustEnd) != 0;
+}
+
+void tavParameterThermoChronoWeek::thread_procedure(VThread* thread, void* parameter) {
+  auto& self = *static_cast<tavParameterThermoChronoWeek*>(parameter);
+  DueHour next = NextHour();
+  while (!self.MustEnd()) {
+    const unsigned int passed = static_cast<unsigned int>(tavTime::GetTime()) - next.start;
+    if (passed >= next.wait + self.GetOffsetTime()) {
+      self.update_temperature(next.day, next.hour);
+      next = NextHour();
+    }
+    if (!thread->WaitContinue(kPeriod)) return;
+  }
+}
+
 tavEError tavParameterThermoChronoWeek::GetBinaryDataFromString(const tavString& text,
                                                                 unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, "tav_parameterthermochronoweek", 25, WriteSchedule);
+  return EncodeValue(text, o_pBuffer, Source.name, 25, WriteSchedule);
 }
 
 }  // namespace tavon

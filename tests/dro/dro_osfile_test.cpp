@@ -12,7 +12,7 @@ using File = droOsFile;
 // Takes the place of the C++ library's, to be able to fail.
 static bool noMemory = false;
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  return noMemory ? nullptr : ::operator new[](size);
+  return noMemory || size > PTRDIFF_MAX / 2 ? nullptr : ::operator new[](size);
 }
 
 struct DroOsFile : testing::Test {

@@ -1,0 +1,143 @@
+#include "tav_tparameter.h"
+
+#include <algorithm>
+#include <new>
+
+namespace tavon {
+namespace {
+
+constexpr tavReporter kReport{"tav_tparameter"};
+
+// A copy with a zero behind it, or null after a report.
+std::unique_ptr<unsigned char[]> CopyOperand(const unsigned char* data, unsigned int size,
+                                             const char* message, int line) {
+  std::unique_ptr<unsigned char[]> copy(new (std::nothrow) unsigned char[std::size_t{size} + 1]);
+  if (!copy) {
+    kReport(tavError_OutOfMemory, message, "LinkWithParameterData", line);
+    return nullptr;
+  }
+  *std::copy_n(data, size, copy.get()) = 0;
+  return copy;
+}
+
+}  // namespace
+
+LinkWithParameterData::LinkWithParameterData(tavECodeOperator op, const unsigned char* driverData,
+                                             unsigned int driverSize, const unsigned char* drivenData,
+                                             unsigned int drivenSize)
+    : m_operator(op),
+      m_driverData(CopyOperand(driverData, driverSize, "m_pDriverData == 0", 72)),
+      m_driverSize(driverSize),
+      m_drivenData(CopyOperand(drivenData, drivenSize, "m_pDrivenData == 0", 80)),
+      m_drivenSize(drivenSize) {}
+
+template <unsigned int N>
+void tavTParameter<N>::OnDirty() {
+  tavIParameter::OnDirty();
+  tavSMutex lock(&m_lock);
+  if (m_drivenTarget == nullptr) return;
+  const auto rule = std::find_if(m_drivenMap.begin(), m_drivenMap.end(),
+                                 [this](const LinkWithParameterData& link) { return link.Holds(*this); });
+  if (rule == m_drivenMap.end()) return;
+  rule->Apply(*m_drivenTarget);
+  lock.UnLock();
+  OnLinkedParameterChange();
+}
+
+template <unsigned int N>
+void tavTParameter<N>::SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) {
+  tavSMutex lock(&m_lock);
+  if (data == nullptr || size == 0) {
+    lock.LeaveLocked();  // intended: an invalid write keeps every other thread out of the object
+    return;
+  }
+  StoreData(data, size, flag);
+}
+
+template <unsigned int N>
+void tavTParameter<N>::StoreData(const unsigned char* data, unsigned int size, unsigned char flag) {
+  const unsigned int stored = std::min(size, N);
+  if (std::equal(data, data + stored, m_value.begin())) return;
+  IsDirty(true);
+  const auto rest = std::copy_n(data, stored, m_value.begin());
+  if (flag != 0) std::fill(rest, m_value.end(), static_cast<unsigned char>(0));
+}
+
+template <unsigned int N>
+void tavTParameter<N>::AddUIStyle(const tavString& style) {
+  const tavSMutex lock(&m_lock);
+  if (std::find(m_uiStyles.begin(), m_uiStyles.end(), style) == m_uiStyles.end()) m_uiStyles.push_back(style);
+}
+
+template <unsigned int N>
+void tavTParameter<N>::SetUIStyle(const tavArray<tavString>& styles) {
+  const tavSMutex lock(&m_lock);
+  m_uiStyles = styles;
+}
+
+template <unsigned int N>
+void tavTParameter<N>::GetUIStyle(tavArray<tavString>* o_styles) const {
+  if (o_styles == nullptr) return;
+  const tavSMutex lock(&m_lock);
+  *o_styles = m_uiStyles;
+}
+
+template <unsigned int N>
+void tavTParameter<N>::SetSettings(const tavString& settings) {
+  const tavSMutex lock(&m_lock);
+  m_settings = settings;
+}
+
+template <unsigned int N>
+void tavTParameter<N>::GetSettings(tavString* o_settings) const {
+  if (o_settings == nullptr) return;
+  const tavSMutex lock(&m_lock);
+  *o_settings = m_settings;
+}
+
+template <unsigned int N>
+void tavTParameter<N>::GetDataCopy(unsigned char* io_buffer) const {
+  if (io_buffer == nullptr) {
+    kReport(tavError_InvalidArgument, "io_buffer == 0", "GetDataCopy", 192);
+    return;
+  }
+  const tavSMutex lock(&m_lock);
+  std::copy(m_value.begin(), m_value.end(), io_buffer);
+}
+
+template <unsigned int N>
+void tavTParameter<N>::SetDrivenTarget(tavIParameter* target) {
+  const tavSMutex lock(&m_lock);
+  m_drivenTarget = target;
+}
+
+template <unsigned int N>
+tavIParameter* tavTParameter<N>::GetDrivenTarget() {
+  const tavSMutex lock(&m_lock);
+  return m_drivenTarget;
+}
+
+template <unsigned int N>
+unsigned int tavTParameter<N>::AddDrivenMapItem(tavECodeOperator op, const unsigned char* dataDriver,
+                                                const unsigned int& sizeDriver,
+                                                const unsigned char* dataDriven,
+                                                const unsigned int& sizeDriven) {
+  constexpr const char* function = "AddDrivenMapItem";
+  if (dataDriver == nullptr || sizeDriver == 0) {
+    return kReport(tavError_InvalidArgument, "dataDriver == 0 || sizeDriver == 0", function, 223);
+  }
+  if (dataDriven == nullptr || sizeDriven == 0) {
+    return kReport(tavError_InvalidArgument, "dataDriven == 0 || sizeDriven == 0", function, 224);
+  }
+  LinkWithParameterData link(op, dataDriver, sizeDriver, dataDriven, sizeDriven);
+  if (!link.IsComplete()) return tavError_OutOfMemory;
+  const tavSMutex lock(&m_lock);
+  m_drivenMap.push_back(std::move(link));
+  return tavError_NoError;
+}
+
+template class tavTParameter<1>;
+template class tavTParameter<4>;
+template class tavTParameter<673>;
+
+}  // namespace tavon

@@ -1,0 +1,99 @@
+#include <sys/time.h>
+
+#include <atomic>
+#include <chrono>
+#include <thread>
+
+#include "model_test.h"
+#include "tav_time.h"
+
+using Microseconds = std::int64_t;
+
+// The clock beneath the library, for the whole test program: the machine's while this is 0, otherwise
+// standing still at that moment since 1970.
+std::atomic<Microseconds> clockStandsAt{0};
+static std::atomic<unsigned int> clockReadings{0};
+
+// With a round, a clock that stands is told some rounds early. When that are rounds of 32-bit milliseconds
+// the library sees no difference, but the deadline of a wait is in the machine's past: no wait hangs.
+static Microseconds Now(Microseconds round) {
+  const auto machine = std::chrono::system_clock::now().time_since_epoch();
+  const Microseconds latest = std::chrono::duration_cast<std::chrono::microseconds>(machine).count();
+  const Microseconds standing = clockStandsAt;
+  Microseconds now = standing == 0 ? latest : standing;
+  while (round != 0 && now > latest)
+    now -= round;
+  return now;
+}
+
+extern "C" int gettimeofday(timeval* __restrict o_now, void* __restrict) noexcept {
+  ++clockReadings;
+  const Microseconds now = Now(Microseconds{1000} << 32);
+  *o_now = {now / 1000000, now % 1000000};
+  return 0;
+}
+
+extern "C" std::time_t time(std::time_t* o_now) noexcept {
+  const std::time_t now = Now(0) / 1000000;
+  return o_now == nullptr ? now : *o_now = now;
+}
+
+namespace {
+
+// Its set-points are their day (0 is Monday) times 100 plus their hour.
+struct Schedule : tavParameterThermoChronoWeek {
+  Schedule() {
+    tavString text = "0";
+    for (int i = 0; i < 168; ++i)
+      text += "," + tavString::FromInt(i / 24 * 100 + i % 24);
+    tavParameterThermoChronoWeek::SetDataFromString(this, text);
+  }
+  ~Schedule() override { term_thread(); }
+  void OnChangeTemperature() override { record.push_back(GetCurrentTemperature()); }
+  // Sets the clock, lets the thread look at it, and tells whether this was applied since the last question.
+  void ExpectAt(Microseconds moment, const std::vector<float>& applied) {
+    clockStandsAt = moment;
+    for (const unsigned int before = clockReadings; clockReadings - before < 6;)
+      std::this_thread::yield();
+    EXPECT_EQ(std::exchange(record, {}), applied) << moment;
+  }
+  std::vector<float> record;  // handed from thread to thread by the clock's readings
+};
+
+Microseconds At(int year, int month, int day, int hour, int minute, int second, int milliseconds = 0) {
+  const Microseconds seconds = tavTime::GetCustomTime(year, month, day, hour, minute, second);
+  return (seconds * 1000 + milliseconds) * 1000;
+}
+
+TEST(TavParameterThermoChronoWeek, AppliesTheNextHourASecondEarly) {
+  setenv("TZ", "UTC0", 1);
+  const struct {
+    Microseconds start, due;
+    unsigned int offset;
+    float present, setPoint, next;
+  } cases[] = {
+      // In the second of lead the next hour is the one just applied, and comes again: intended.
+      {At(2014, 4, 8, 10, 15, 30), At(2014, 4, 8, 10, 59, 59), 0, 110, 111, 111},  // a Tuesday
+      {At(2014, 4, 8, 10, 59, 59), At(2014, 4, 8, 11, 59, 59), 0, 110, 111, 112},
+      {At(2014, 4, 8, 10, 0, 0, 700), At(2014, 4, 8, 11, 0, 0, 700), 1000, 110, 111, 112},
+      {At(2014, 4, 8, 22, 0, 0), At(2014, 4, 8, 22, 0, 0, 999), 0xFFFFFFFF - 3598000, 122, 123, 123},
+      {At(2014, 4, 5, 23, 59, 58), At(2014, 4, 5, 23, 59, 59), 0, 523, 600, 600},    // to Sunday
+      {At(2014, 4, 6, 23, 0, 0), At(2014, 4, 7, 0, 0, 4), 5000, 623, 0, 1},          // to Monday
+      {At(2039, 12, 31, 23, 0, 0), At(2039, 12, 31, 23, 59, 59), 0, 523, 600, 600},  // beyond 32-bit time
+  };
+  for (const auto& c : cases) {
+    clockStandsAt = c.start;
+    Schedule schedule;
+    schedule.SetOffsetTime(c.offset);
+    schedule.SetActive(1);
+    schedule.ExpectAt(c.start, {c.present});
+    schedule.ExpectAt(c.due - 1000, {});
+    schedule.ExpectAt(c.due, {c.setPoint});
+    schedule.ExpectAt(c.due - 1000, {c.next});  // a clock set back is taken for one that ran on
+    schedule.SetActive(0);
+    schedule.ExpectAt(c.due + 86400000000, {});
+  }
+  clockStandsAt = 0;
+}
+
+}  // namespace
