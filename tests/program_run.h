@@ -51,11 +51,10 @@ class ProgramRun {
   ProgramRun(const ProgramRun&) = delete;
   ProgramRun& operator=(const ProgramRun&) = delete;
 
-  // Everything (or one line) the program prints from now on; ends when the program does.
+  // What the program prints from now on until it ends, and the next line of its errors.
   std::string Output() { return Read(m_ends[0], false); }
-  std::string ErrorLine() { return Read(m_ends[1], true); }
   std::string Errors() { return Read(m_ends[1], false); }
-
+  std::string ErrorLine() { return Read(m_ends[1], true); }
   void Signal(int number) const { kill(m_process, number); }
 
   // Waits for the end. The exit status, or minus the signal that ended the program.

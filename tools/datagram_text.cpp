@@ -7,15 +7,16 @@ namespace {
 constexpr std::size_t kIdSize = 4;
 constexpr std::size_t kHeaderSize = kIdSize + 1;
 
+constexpr const char* kDigits = "0123456789ABCDEF";
+
 // Each byte as a blank and two hexadecimal digits.
 std::string HexBytes(std::span<const unsigned char> bytes) {
-  constexpr const char* digits = "0123456789ABCDEF";
   std::string text;
   text.reserve(3 * bytes.size());
   for (const unsigned char byte : bytes) {
     text.push_back(' ');
-    text.push_back(digits[byte >> 4]);
-    text.push_back(digits[byte & 15]);
+    text.push_back(kDigits[byte >> 4]);
+    text.push_back(kDigits[byte & 15]);
   }
   return text;
 }
@@ -27,9 +28,39 @@ std::uint32_t ReadId(std::span<const unsigned char> datagram) {
   return id;
 }
 
+// Text that stays on its line: control characters as "\\x0A".
+std::string Printable(const std::string& text) {
+  std::string printable;
+  for (const char c : text) {
+    const auto byte = static_cast<unsigned char>(c);
+    if (byte >= ' ' && byte != 0x7F) {
+      printable.push_back(c);
+    } else {
+      printable += std::string("\\x") + kDigits[byte >> 4] + kDigits[byte & 15];
+    }
+  }
+  return printable;
+}
+
+// What the value is to a parameter; nothing when there are no bytes to give it.
+std::string Meaning(std::span<const unsigned char> value, tavon::tavIParameter& parameter) {
+  if (value.empty()) return {};
+  const std::size_t whole =
+      parameter.GetParameterInfoPtr() != nullptr || parameter.GetParameterCameraPtr() != nullptr
+          ? value.size()
+          : parameter.GetDataSize();
+  const bool isActiveByte = parameter.GetParameterThermoChronoWeekPtr() != nullptr && value.size() == 1;
+  if (isActiveByte) return value[0] != 0 ? " means the schedule is on" : " means the schedule is off";
+  if (value.size() < whole) {
+    return " means the first " + std::to_string(value.size()) + " of " + std::to_string(whole) + " bytes";
+  }
+  parameter.SetData(value.data(), static_cast<unsigned int>(value.size()), 1);
+  return " means " + Printable(parameter.ValueToString());
+}
+
 }  // namespace
 
-std::string DatagramText(std::span<const unsigned char> datagram) {
+std::string DatagramText(std::span<const unsigned char> datagram, tavon::tavIParameter* parameter) {
   if (datagram.size() < kHeaderSize) {
     return "bytes" + HexBytes(datagram) + " (no event: " + std::to_string(datagram.size()) +
            " bytes, at least " + std::to_string(kHeaderSize) + " expected)";
@@ -38,6 +69,7 @@ std::string DatagramText(std::span<const unsigned char> datagram) {
   const auto value = datagram.subspan(kHeaderSize);
   std::string text = "id " + std::to_string(ReadId(datagram)) + " length " + std::to_string(length) +
                      " value" + HexBytes(value);
+  if (parameter != nullptr) text += Meaning(value, *parameter);
   if (value.size() != length) text += " (carries " + std::to_string(value.size()) + " value bytes)";
   return text;
 }

@@ -3,9 +3,15 @@
 #include <span>
 #include <string>
 
+#include "tav_parameter.h"
+
 // An event datagram as one line of text, without a line end: "id 42 length 1 value 01".
 //
 // A datagram is a parameter id (32 bits, little-endian), a length byte, and that many value bytes. One that
 // has more or fewer is shown with all it carries and a remark in parentheses; one too short for an id and a
 // length is shown as bytes.
-std::string DatagramText(std::span<const unsigned char> datagram);
+//
+// With a parameter (may be null) the value is shown as the model reads it, too: the parameter is given the
+// bytes and asked for its text, " means 1". A value that its type does not send whole, such as a weekly
+// schedule, is shown for what it is: " means the first 161 of 673 bytes".
+std::string DatagramText(std::span<const unsigned char> datagram, tavon::tavIParameter* parameter = nullptr);

@@ -17,12 +17,14 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "datagram_text.h"
 #include "dro_error.h"
 #include "dro_osudpsocket.h"
+#include "tav_parameterfactory.h"
 
 namespace {
 
@@ -31,11 +33,12 @@ constexpr int kUsageError = 2;
 constexpr const char* kHelp =
     "ura_listen shows the events that ura_event sends, while no server is running.\n"
     "\n"
-    "usage: ura_listen [-count N] [-port P]\n"
+    "usage: ura_listen [-count N] [-port P] [-type NAME]\n"
     "\n"
-    "  -count N  end after N datagrams (without it: at Ctrl-C)\n"
-    "  -port P   listen on UDP port P of the loopback host instead of 16549\n"
-    "  -h        print this text\n"
+    "  -count N    end after N datagrams (without it: at Ctrl-C)\n"
+    "  -port P     listen on UDP port P of the loopback host instead of 16549\n"
+    "  -type NAME  also show each value as a parameter of that type reads it\n"
+    "  -h          print this text\n"
     "\n"
     "Each datagram is a line: parameter id, length byte, value bytes in hexadecimal.\n"
     "Exit status: 0 at the end or at Ctrl-C, 1 when listening fails, 2 for a wrong option.\n";
@@ -43,6 +46,7 @@ constexpr const char* kHelp =
 struct Options {
   std::uint32_t count = 0;  // 0: no limit
   std::uint16_t port = 16549;
+  std::unique_ptr<tavon::tavIParameter> parameter;  // of the type to show values as, or null
 };
 
 // A whole text that is a decimal number from 1 to the limit of its type.
@@ -50,6 +54,16 @@ template <class Number>
 bool ReadNumber(std::string_view text, Number& number) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   return error == std::errc() && end == text.data() + text.size() && number != 0;
+}
+
+// Takes one option with its value; false when it is none or its value cannot be used.
+bool ReadOption(std::string_view name, std::string_view value, Options& options) {
+  if (name == "-count") return ReadNumber(value, options.count);
+  if (name == "-port") return ReadNumber(value, options.port);
+  if (name != "-type") return false;
+  const tavon::tavEObject type = tavon::tavParameterFactory::TypeNameToId(std::string(value));
+  if (type != tavon::tavObject_None) options.parameter.reset(tavon::tavParameterFactory::CreateByType(type));
+  return options.parameter != nullptr;
 }
 
 // Ends the process when the arguments ask for help or cannot be followed.
@@ -62,13 +76,12 @@ Options ReadOptions(int argc, char** argv) {
       std::fputs(kHelp, stdout);
       std::exit(EXIT_SUCCESS);
     }
-    if (name == "-count" ? ReadNumber(value, options.count)
-                         : name == "-port" && ReadNumber(value, options.port)) {
+    if (ReadOption(name, value, options)) {
       ++i;
       continue;
     }
-    std::fprintf(stderr, "ura_listen: \"%s %s\" is no option with a valid number; -h explains\n", argv[i],
-                 std::string(value).c_str());
+    std::fprintf(stderr, "ura_listen: \"%s %s\" is no option with a value it can have; -h explains\n",
+                 argv[i], std::string(value).c_str());
     std::exit(kUsageError);
   }
   return options;
@@ -118,12 +131,12 @@ class StopRequest {
 };
 
 // Prints datagrams until the count is reached, a stop is requested, or something fails.
-int Listen(dro::droOsUdpSocket& socket, int descriptor, const StopRequest& stop, std::uint32_t count) {
+int Listen(dro::droOsUdpSocket& socket, int descriptor, const StopRequest& stop, const Options& options) {
   // No datagram is larger.
   static std::array<unsigned char, std::numeric_limits<std::uint16_t>::max()> buffer;
   std::array<pollfd, 2> awaited{{{stop.Descriptor(), POLLIN, 0}, {descriptor, POLLIN, 0}}};
 
-  for (std::uint32_t received = 0; count == 0 || received < count;) {
+  for (std::uint32_t received = 0; options.count == 0 || received < options.count;) {
     if (poll(awaited.data(), awaited.size(), -1) < 0) {
       if (errno == EINTR) continue;
       PrintSystemError("cannot wait for datagrams");
@@ -135,7 +148,7 @@ int Listen(dro::droOsUdpSocket& socket, int descriptor, const StopRequest& stop,
     if (size == -1) return EXIT_FAILURE;
     if (size < 0) continue;  // nothing to read after all, such as a datagram with a wrong checksum
     ++received;
-    std::puts(DatagramText({buffer.data(), static_cast<std::size_t>(size)}).c_str());
+    std::puts(DatagramText({buffer.data(), static_cast<std::size_t>(size)}, options.parameter.get()).c_str());
     if (std::fflush(stdout) != 0) {
       PrintSystemError("cannot print");
       return EXIT_FAILURE;
@@ -150,7 +163,7 @@ int main(int argc, char** argv) {
   const Options options = ReadOptions(argc, argv);
 
   // Standard output is for datagrams: the library's reports go to standard error.
-  dro::droError::Level = 8;
+  dro::droError::Level = dro::droLogLevel_CallBack;
   dro::droError::ShowErrorCallBack = [](const dro::droError& error) {
     std::fputs(error.GetDescription().c_str(), stderr);
   };
@@ -164,5 +177,5 @@ int main(int argc, char** argv) {
   const StopRequest stop;
   if (!Bind(descriptor, options.port)) return EXIT_FAILURE;
   std::fprintf(stderr, "ura_listen: waiting for events on UDP port %u of the loopback host\n", options.port);
-  return Listen(socket, descriptor, stop, options.count);
+  return Listen(socket, descriptor, stop, options);
 }

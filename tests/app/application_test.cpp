@@ -6,9 +6,6 @@
 
 #include "captured_output.h"
 
-using testing::HasSubstr;
-using testing::StartsWith;
-
 namespace {
 
 class TestedApplication : public Application {
@@ -32,47 +29,43 @@ class TestedApplication : public Application {
 TEST(Application, DescribesItself) {
   const Application application;
   EXPECT_THAT(application.GetInfo(),
-              StartsWith("\nName ---------- : tavon Ura event\nVersion ------- : 1.5.1\n"
-                         "Build --------- : "));
-  EXPECT_THAT(application.GetInfo(), HasSubstr("\nDescription --- : Event dispatcher for ura system\n"));
-  EXPECT_EQ(application.GetInfo().back(), '\n');
+              testing::MatchesRegex("\nName ---------- : tavon Ura event\nVersion ------- : 1.5.1\n"
+                                    "Build --------- : [A-Z][a-z]+ [ 0-9]+\n"
+                                    "Description --- : Event dispatcher for ura system\n(.* : .*\n)+"));
 }
 
 TEST(Application, FillsWhatIsNotGiven) {
   TestedApplication application;
   ASSERT_EQ(application.InitWith({"ura_event", "-id", "4294967297", "-val", "v", "-type", "t"}), 0u);
-  EXPECT_EQ(application.User, "__ura_event__");
-  EXPECT_EQ(application.Password, "kalnor357");
-  EXPECT_EQ(application.Address, "localhost");
+  EXPECT_EQ(application.User + "," + application.Password + "," + application.Address,
+            "__ura_event__,kalnor357,localhost");
   EXPECT_EQ(application.Port, 16548);
   EXPECT_EQ(application.Id, 4294967295u) << "stops at 32 bits";
-  EXPECT_EQ(application.Value, "v");
-  EXPECT_EQ(application.Type, "t");
-  EXPECT_EQ(application.GetFullPath(), "ura_event") << "found on the search path: kept";
+  EXPECT_EQ(application.Value + application.Type, "vt");
   EXPECT_EQ(application.Term(), 0u);
 }
 
 TEST(Application, TakesWhateverFollowsAnOption) {
   TestedApplication application;
-  ASSERT_EQ(application.InitWith(
-                {"./ura_event", "-AP", "3000000000", "-a", "-u", "-id", "-val", "5", "-type", "-p"}),
-            0u);
+  ASSERT_EQ(
+      application.InitWith({"ura_event", "-AP", "3000000000", "-a", "-u", "-id", "-val", "5", "-type", "-p"}),
+      0u);
   EXPECT_EQ(application.Port, INT32_MAX);
-  EXPECT_EQ(application.Address, "-u");
-  EXPECT_EQ(application.User, "-id");
+  EXPECT_EQ(application.Address + application.User + application.Type, "-u-id-p");
   EXPECT_EQ(application.Id, 0u);
   EXPECT_EQ(application.Value, "5");
-  EXPECT_EQ(application.Type, "-p");
   EXPECT_EQ(application.Password, "") << "present, with nothing behind it";
 }
 
 TEST(Application, ResolvesTheProgramsPath) {
   const std::string parent = std::filesystem::current_path().parent_path();
   TestedApplication application;
-  const std::pair<std::string, std::string> cases[] = {{"../bin/ura_event", parent + "/bin/ura_event"},
-                                                       {"./../ura_event", parent + "/ura_event"},
-                                                       {"/usr/bin/ura_event", "/usr/bin/ura_event"},
-                                                       {"bin/ura_event", "bin/ura_event"}};
+  const std::pair<std::string, std::string> cases[] = {
+      {"../bin/ura_event", parent + "/bin/ura_event"},
+      {"./../ura_event", parent + "/ura_event"},
+      {"/usr/bin/ura_event", "/usr/bin/ura_event"},
+      {"ura_event", "ura_event"},  // found on the search path
+      {"bin/ura_event", "bin/ura_event"}};
   for (const auto& c : cases) {
     CapturedOutput([&] { application.InitWith({c.first}); });
     EXPECT_EQ(application.GetFullPath(), c.second);

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <vector>
+
+#include "tav_parameterfactory.h"
 
 namespace {
 
@@ -18,6 +21,25 @@ TEST(DatagramText, ShowsWhatArrived) {
   };
   for (const auto& [datagram, text] : cases)
     EXPECT_EQ(DatagramText(datagram), text);
+}
+
+TEST(DatagramText, ShowsTheValueAsTheModelReadsIt) {
+  const std::tuple<const char*, std::vector<unsigned char>, const char*> cases[] = {
+      {"ParameterColor",
+       {1, 0, 0, 0, 4, 0xFF, 0x80, 0, 0},
+       "id 1 length 4 value FF 80 00 00 means 0xFF800000"},
+      {"ParameterThermo", {1, 0, 0, 0, 4, 0, 0, 0xAC, 0x41}, "id 1 length 4 value 00 00 AC 41 means 21.5"},
+      {"ParameterInfo", {1, 0, 0, 0, 2, 'H', 0x0A}, "id 1 length 2 value 48 0A means H\\x0A"},
+      {"ParameterThermoChronoWeek", {1, 0, 0, 0, 1, 1}, "id 1 length 1 value 01 means the schedule is on"},
+      {"ParameterThermoChronoWeek",
+       {1, 0, 0, 0, 2, 1, 0},
+       "id 1 length 2 value 01 00 means the first 2 of 673 bytes"},
+      {"ParameterThermo", {1, 0, 0, 0, 0}, "id 1 length 0 value"},
+  };
+  for (const auto& [type, datagram, text] : cases) {
+    const std::unique_ptr<tavon::tavIParameter> parameter(tavon::tavParameterFactory::CreateByTypeName(type));
+    EXPECT_EQ(DatagramText(datagram, parameter.get()), text);
+  }
 }
 
 }  // namespace

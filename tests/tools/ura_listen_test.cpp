@@ -40,10 +40,11 @@ TEST(UraListen, SaysThatThePortIsInUse) {
 
 TEST(UraListen, ExplainsItsOptions) {
   ProgramRun help(URA_LISTEN, {"-count", "1", "-h"});
-  EXPECT_THAT(help.Output(), HasSubstr("usage: ura_listen [-count N] [-port P]\n"));
+  EXPECT_THAT(help.Output(), HasSubstr("usage: ura_listen [-count N] [-port P] [-type NAME]\n"));
   EXPECT_EQ(help.Status(), 0);
-  for (const std::vector<std::string>& wrong :
-       {std::vector<std::string>{"-count"}, {"-count", "0"}, {"-port", "65536"}, {"-port", "1x"}, {"file"}}) {
+  const std::vector<std::string> unusable[] = {{"-count"},      {"-count", "0"},     {"-port", "65536"},
+                                               {"-port", "1x"}, {"-type", "Switch"}, {"file"}};
+  for (const std::vector<std::string>& wrong : unusable) {
     ProgramRun refused(URA_LISTEN, wrong);
     EXPECT_THAT(refused.Errors(), StartsWith("ura_listen: \"" + wrong[0]));
     EXPECT_EQ(refused.Status(), 2);
