@@ -71,8 +71,7 @@ class EventDatagram {
  public:
   EventDatagram(std::uint32_t id, std::span<const unsigned char> value) {
     const auto length = static_cast<unsigned char>(value.size());
-    for (unsigned int i = 0; i < kIdSize; ++i)
-      m_bytes[i] = static_cast<unsigned char>(id >> (8 * i));
+    for (unsigned int i = 0; i < kIdSize; ++i) m_bytes[i] = static_cast<unsigned char>(id >> (8 * i));
     m_bytes[kIdSize] = length;
     std::copy_n(value.begin(), length, m_bytes.begin() + kIdSize + 1);
     m_size = kIdSize + 1 + length;

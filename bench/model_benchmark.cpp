@@ -18,8 +18,7 @@ using namespace tavon;
 // A week of set-points with a fraction, "1,20.25,20.5,...".
 tavString ScheduleText() {
   tavString text = "1";
-  for (int hour = 0; hour < 168; ++hour)
-    text += "," + tavString::FromDouble(15 + hour % 40 / 4.0, 2);
+  for (int hour = 0; hour < 168; ++hour) text += "," + tavString::FromDouble(15 + hour % 40 / 4.0, 2);
   return text;
 }
 
@@ -76,8 +75,7 @@ BENCHMARK(ScheduleBareLoop);
 void ScheduleToText(benchmark::State& state) {
   tavParameterThermoChronoWeek schedule;
   schedule.SetDataFromString(ScheduleText());
-  for (auto _ : state)
-    benchmark::DoNotOptimize(schedule.ValueToString());
+  for (auto _ : state) benchmark::DoNotOptimize(schedule.ValueToString());
 }
 BENCHMARK(ScheduleToText);
 
@@ -93,8 +91,7 @@ BENCHMARK(LockAndUnlock);
 void SetDataWithoutChange(benchmark::State& state) {
   tavParameterSwitch parameter;
   const unsigned char off = 0;
-  for (auto _ : state)
-    parameter.SetData(&off, 1, 1);
+  for (auto _ : state) parameter.SetData(&off, 1, 1);
 }
 BENCHMARK(SetDataWithoutChange);
 
@@ -111,8 +108,7 @@ BENCHMARK(SetDataWithChange);
 void Comparison(benchmark::State& state) {
   tavParameterSlider parameter;
   const unsigned char operand[4] = {0, 0, 0, 0x3F};
-  for (auto _ : state)
-    benchmark::DoNotOptimize(parameter.Comparison(tavCodeOperator_Less, operand, 4));
+  for (auto _ : state) benchmark::DoNotOptimize(parameter.Comparison(tavCodeOperator_Less, operand, 4));
 }
 BENCHMARK(Comparison);
 
@@ -138,8 +134,7 @@ void Xml(benchmark::State& state) {
   tavParameterSwitch parameter;
   parameter.SetUniqueID(12);
   parameter.SetName(L"Lamp");
-  for (auto _ : state)
-    benchmark::DoNotOptimize(parameter.SerializeAsXml());
+  for (auto _ : state) benchmark::DoNotOptimize(parameter.SerializeAsXml());
 }
 BENCHMARK(Xml);
 
@@ -151,8 +146,7 @@ void BuildScene(benchmark::State& state) {
   for (auto _ : state) {
     tavParameterVRScene scene;
     scene.BuildScene_Begin();
-    for (auto i = items; i > 0; --i)
-      scene.BuildScene_AddSetParameter(&target, &on, 1);
+    for (auto i = items; i > 0; --i) scene.BuildScene_AddSetParameter(&target, &on, 1);
   }
   state.SetItemsProcessed(state.iterations() * items);
 }

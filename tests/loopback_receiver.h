@@ -26,7 +26,6 @@ class LoopbackReceiver {
   }
   ~LoopbackReceiver() { close(m_descriptor); }
   LoopbackReceiver(const LoopbackReceiver&) = delete;
-  LoopbackReceiver& operator=(const LoopbackReceiver&) = delete;
 
   unsigned short Port() const {
     sockaddr_in address{};

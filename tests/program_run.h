@@ -20,8 +20,7 @@ class ProgramRun {
              const char* output = nullptr) {
     arguments.insert(arguments.begin(), std::move(path));
     std::vector<char*> argv;
-    for (std::string& argument : arguments)
-      argv.push_back(argument.data());
+    for (std::string& argument : arguments) argv.push_back(argument.data());
     argv.push_back(nullptr);
 
     std::array<std::array<int, 2>, 2> pipes{};
@@ -36,8 +35,7 @@ class ProgramRun {
     if (input == Input::Closed) posix_spawn_file_actions_addclose(&actions, STDIN_FILENO);
     const int error = posix_spawn(&m_process, argv[0], &actions, nullptr, argv.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
-    for (const auto& ends : pipes)
-      close(ends[1]);
+    for (const auto& ends : pipes) close(ends[1]);
     if (error != 0) throw std::runtime_error("cannot start " + arguments[0]);
   }
   ~ProgramRun() {
@@ -45,11 +43,9 @@ class ProgramRun {
       kill(m_process, SIGKILL);
       Status();
     }
-    for (const int end : m_ends)
-      close(end);
+    for (const int end : m_ends) close(end);
   }
   ProgramRun(const ProgramRun&) = delete;
-  ProgramRun& operator=(const ProgramRun&) = delete;
 
   // What the program prints from now on until it ends, and the next line of its errors.
   std::string Output() { return Read(m_ends[0], false); }

@@ -18,7 +18,6 @@ class TemporaryFolder {
   }
   ~TemporaryFolder() { std::filesystem::remove_all(m_path); }
   TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
   std::string Path(const std::string& name = "") const { return (m_path / name).string(); }
 

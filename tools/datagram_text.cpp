@@ -23,8 +23,7 @@ std::string HexBytes(std::span<const unsigned char> bytes) {
 
 std::uint32_t ReadId(std::span<const unsigned char> datagram) {
   std::uint32_t id = 0;
-  for (std::size_t i = kIdSize; i-- > 0;)
-    id = id << 8 | datagram[i];
+  for (std::size_t i = kIdSize; i-- > 0;) id = id << 8 | datagram[i];
   return id;
 }
 

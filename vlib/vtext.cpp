@@ -67,8 +67,7 @@ std::string Format(unsigned int size, const char* format, std::va_list arguments
 void Scramble(std::span<unsigned char> data, std::string_view key) {
   if (key.empty()) key = kDefaultKey;
   for (unsigned char& byte : data) {
-    for (const char keyByte : key)
-      byte = static_cast<unsigned char>(byte ^ keyByte);
+    for (const char keyByte : key) byte = static_cast<unsigned char>(byte ^ keyByte);
   }
 }
 

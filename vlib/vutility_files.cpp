@@ -28,8 +28,7 @@ class SortedEntries {
  public:
   explicit SortedEntries(const char* path) : m_count(scandir(path, &m_entries, nullptr, alphasort)) {}
   ~SortedEntries() {
-    for (dirent* entry : *this)
-      std::free(entry);
+    for (dirent* entry : *this) std::free(entry);
     std::free(m_entries);
   }
   SortedEntries(const SortedEntries&) = delete;
@@ -47,8 +46,7 @@ class SortedEntries {
 template <class Visitor>
 void ForEachEntry(const char* path, Visitor visit) {
   const SortedEntries entries(path == nullptr || *path == '\0' ? "./" : path);
-  for (const dirent* entry : entries)
-    visit(*entry);
+  for (const dirent* entry : entries) visit(*entry);
 }
 
 // What a stream still holds is written at its closing: only then is it known that all was taken.
@@ -115,8 +113,7 @@ std::string VUtility::DirList(const char* path) {
 
 std::string VUtility::DirListType(const char* path) {
   std::string list;
-  for (const std::string& line : DirListTypeArray(path))
-    list.append(line).append("\n");
+  for (const std::string& line : DirListTypeArray(path)) list.append(line).append("\n");
   return list;
 }
 

@@ -34,8 +34,7 @@ std::wstring TakeText(wchar_t* buffer) {
 template <class Character, class Converter>
 void ConvertEach(Character* io_text, Converter convert) {
   if (io_text == nullptr) return;
-  for (; *io_text != 0; ++io_text)
-    *io_text = static_cast<Character>(convert(*io_text));
+  for (; *io_text != 0; ++io_text) *io_text = static_cast<Character>(convert(*io_text));
 }
 
 }  // namespace
@@ -61,8 +60,7 @@ wchar_t* VUtility::UTF8ToWideChar(const char* text) {
   const std::size_t size = std::strlen(text) + 1;
   const char* const end = text + size;
   auto result = std::make_unique_for_overwrite<wchar_t[]>(size);
-  for (wchar_t* next = result.get(); text != end; ++next)
-    *next = static_cast<wchar_t>(utf8::next(text, end));
+  for (wchar_t* next = result.get(); text != end; ++next) *next = static_cast<wchar_t>(utf8::next(text, end));
   return result.release();
 }
 

@@ -25,8 +25,7 @@ droEError ReportNoPipe(const char* function, int line = __builtin_LINE()) {
 droEError AppendOutput(const droString& command, droString& io_output, const char* function) {
   vlib::CommandOutput output(command);
   if (!output.IsOpen()) return ReportNoPipe(function);
-  for (std::string line; output.ReadLine(line);)
-    io_output.append(line);
+  for (std::string line; output.ReadLine(line);) io_output.append(line);
   return droError_NoError;
 }
 

@@ -86,8 +86,7 @@ void droString::GetSplitAsMap(droMap<droString, droString>* io_map, const droStr
   droArray<droString> pieces;
   GetSplit(&pieces, separator);
   if (!pieces.empty() && pieces.back().empty()) pieces.pop_back();
-  for (std::size_t key = 0; key + 1 < pieces.size(); key += 2)
-    io_map->emplace(pieces[key], pieces[key + 1]);
+  for (std::size_t key = 0; key + 1 < pieces.size(); key += 2) io_map->emplace(pieces[key], pieces[key + 1]);
 }
 
 std::int64_t droString::AsLongLong(const droString& text, int base) {
@@ -110,8 +109,7 @@ std::wstring droString::FromUTF8(const char* text) {
     return wide;
   }
   const char* const end = text + std::char_traits<char>::length(text);
-  while (text != end)
-    wide.push_back(static_cast<wchar_t>(utf8::next(text, end)));
+  while (text != end) wide.push_back(static_cast<wchar_t>(utf8::next(text, end)));
   return wide;
 }
 
@@ -121,8 +119,7 @@ droString droString::AsUTF8(const wchar_t* text) {
     kReport(droError_InvalidArgument, "pBuffer == 0", "AsUTF8");
     return bytes;
   }
-  for (; *text != L'\0'; ++text)
-    utf8::append(static_cast<std::uint32_t>(*text), std::back_inserter(bytes));
+  for (; *text != L'\0'; ++text) utf8::append(static_cast<std::uint32_t>(*text), std::back_inserter(bytes));
   return bytes;
 }
 

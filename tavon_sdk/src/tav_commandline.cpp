@@ -19,8 +19,7 @@ std::string SingleBlanks(std::string_view text) {
 }  // namespace
 
 tavCommandLine::tavCommandLine(char* const* argv, int argc) {
-  for (int i = 0; i < argc; ++i)
-    m_arguments.emplace_back(argv[i]);
+  for (int i = 0; i < argc; ++i) m_arguments.emplace_back(argv[i]);
 }
 
 tavCommandLine::tavCommandLine(const char* commandText) {

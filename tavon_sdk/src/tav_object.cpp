@@ -137,8 +137,7 @@ void* tavObject::GetUserData() const {
 tavString tavObject::SerializeParametersAsXml() const {
   const tavSMutex lock(&m_lock);
   tavString xml = "<flags>";
-  for (int bit = 7; bit >= 0; --bit)
-    xml.push_back((m_flags >> bit & 1) != 0 ? '1' : '0');
+  for (int bit = 7; bit >= 0; --bit) xml.push_back((m_flags >> bit & 1) != 0 ? '1' : '0');
   xml.append("</flags>");
   return xml;
 }

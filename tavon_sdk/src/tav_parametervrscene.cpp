@@ -121,8 +121,7 @@ void tavParameterVRScene::SetData(const unsigned char* data, const unsigned int&
     return;
   }
   if (m_value[0] != kPlayOnce || m_firstItem == nullptr) return;
-  for (tavIVirtualItem* item = m_firstItem; item != nullptr; item = item->GetNext())
-    ExecuteItem(*item);
+  for (tavIVirtualItem* item = m_firstItem; item != nullptr; item = item->GetNext()) ExecuteItem(*item);
   FinishPlay();
 }
 
@@ -183,14 +182,12 @@ bool tavParameterVRScene::HasSceneFlag(unsigned char flag) const {
 
 bool tavParameterVRScene::HasMoreThan(unsigned int count) const {
   tavIVirtualItem* item = m_firstItem;
-  while (item != nullptr && count-- > 0)
-    item = item->GetNext();
+  while (item != nullptr && count-- > 0) item = item->GetNext();
   return item != nullptr;
 }
 
 void tavParameterVRScene::EndWaits() {
-  for (tavIVirtualItem* item = m_firstItem; item != nullptr; item = item->GetNext())
-    item->ExitExecute();
+  for (tavIVirtualItem* item = m_firstItem; item != nullptr; item = item->GetNext()) item->ExitExecute();
 }
 
 void tavParameterVRScene::ExecuteItem(tavIVirtualItem& item) {

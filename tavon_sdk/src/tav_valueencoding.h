@@ -21,8 +21,7 @@ inline unsigned char LowByte(const tavString& text) {
 // Single-precision bytes, little-endian whatever the machine.
 inline void StoreFloat(float value, unsigned char* target) {
   const auto bits = std::bit_cast<std::uint32_t>(value);
-  for (unsigned int i = 0; i < kFloatSize; ++i)
-    target[i] = static_cast<unsigned char>(bits >> (8 * i));
+  for (unsigned int i = 0; i < kFloatSize; ++i) target[i] = static_cast<unsigned char>(bits >> (8 * i));
 }
 
 // The number in a text, in single precision.

@@ -16,15 +16,12 @@ using Arguments = std::vector<std::string>;
 using Bytes = std::vector<unsigned char>;
 using Input = ProgramRun::Input;
 
-struct Result {
-  int status;
-  std::string output;
-};
-
-Result UraEvent(const Arguments& arguments, Input input = Input::Inherited, const char* output = nullptr) {
+// What a run prints, and its exit status in brackets.
+std::string UraEvent(const Arguments& arguments, Input input = Input::Inherited,
+                     const char* output = nullptr) {
   ProgramRun run(URA_EVENT, arguments, input, output);
-  std::string printed = run.Output();
-  return {run.Status(), printed};
+  const std::string printed = run.Output();
+  return printed + "[" + std::to_string(run.Status()) + "]";
 }
 
 std::string Record(tavon::tavEError code, const char* message, const char* function, int line) {
@@ -62,9 +59,7 @@ TEST(UraEventEventPort, SendsEvents) {
   };
   const LoopbackReceiver server(LoopbackReceiver::kEventPort);
   for (const auto& [arguments, datagram] : cases) {
-    const Result result = UraEvent(arguments);
-    EXPECT_EQ(result.output, "") << testing::PrintToString(arguments);
-    EXPECT_EQ(result.status, 0);
+    EXPECT_EQ(UraEvent(arguments), "[0]") << testing::PrintToString(arguments);
     EXPECT_EQ(server.Receive(), datagram);
   }
   EXPECT_FALSE(server.HasDatagram(0)) << "one event, one datagram";
@@ -90,17 +85,14 @@ TEST(UraEventEventPort, SendsNothingAfterAnError) {
   };
   const LoopbackReceiver server(LoopbackReceiver::kEventPort);
   for (const auto& [arguments, record] : cases) {
-    const Result result = UraEvent(arguments);
-    EXPECT_EQ(result.output, record);
-    EXPECT_EQ(result.status, record[std::string("tavError Number : ").size()] - '0')
-        << "the code of the record";
+    const char code = record[std::string("tavError Number : ").size()];
+    EXPECT_EQ(UraEvent(arguments), record + "[" + code + "]") << "the code of the record";
   }
   EXPECT_FALSE(server.HasDatagram(50));
 }
 
 TEST(UraEventEventPort, DoesNotMindThatNobodyListens) {
-  const Result result = UraEvent({"-id", "1", "-val", "1", "-type", "ParameterByte"});
-  EXPECT_EQ(result.output + std::to_string(result.status), "0");
+  EXPECT_EQ(UraEvent({"-id", "1", "-val", "1", "-type", "ParameterByte"}), "[0]");
 }
 
 TEST(UraEvent, PrintsHelpAndVersionsBeforeAnythingElse) {
@@ -114,36 +106,28 @@ TEST(UraEvent, PrintsHelpAndVersionsBeforeAnythingElse) {
        "-ap ura port ------------ [e.g - 3050]\n-log log file name -------[file application log]\n\n"},
       {{"-fversion", "-id", "-version"}, "1.5.1\n"},
       {{"-val", "-fversion"}, "2.9.3\n"}};
-  for (const auto& [arguments, text] : cases) {
-    const Result result = UraEvent(arguments);
-    EXPECT_EQ(result.output, text);
-    EXPECT_EQ(result.status, 0);
-  }
+  for (const auto& [arguments, text] : cases) EXPECT_EQ(UraEvent(arguments), text + "[0]");
 }
 
 TEST(UraEvent, LogsToAFileWhenAskedTo) {
   const TemporaryFolder folder;
   const std::string log = folder.Path("ura.log");
   const std::string record = Record(tavon::tavError_InvalidArgument, "-id must be specified.", "Init", 113);
-  for (int i = 0; i < 2; ++i)
-    EXPECT_EQ(UraEvent({"-log", log}).output, record);
-  EXPECT_EQ(ReadFile(log), record + record);
-
-  EXPECT_EQ(UraEvent({"-log", folder.Path("missing/ura.log")}).output, record);
-  EXPECT_EQ(UraEvent({"-log", ""}).output, record);
-  const Result unprintable = UraEvent({"-log", log}, Input::Inherited, "/dev/full");
-  EXPECT_EQ(unprintable.status, 6);
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(UraEvent({"-log", log}), record + "[6]");
+  EXPECT_EQ(UraEvent({"-log", log}, Input::Inherited, "/dev/full"), "[6]");
   EXPECT_EQ(ReadFile(log), record + record + record);
+  EXPECT_EQ(UraEvent({"-log", folder.Path("missing/ura.log")}), record + "[6]");
+  EXPECT_EQ(UraEvent({"-log", ""}), record + "[6]");
 }
 
 // With its standard input closed, the program's first descriptor is 0, which stands for no socket.
 TEST(UraEvent, SaysThatItCouldNotSend) {
-  const Result result = UraEvent({"-id", "1", "-val", "1", "-type", "ParameterByte"}, Input::Closed);
-  EXPECT_THAT(result.output, HasSubstr("Network communication error.\nFile ----------- : dro_osudpsocket"));
-  EXPECT_THAT(result.output, HasSubstr("Custom Message - : Socket is invalid.\n"));
-  EXPECT_THAT(result.output,
-              EndsWith(Record(tavon::tavError_OperationFailed, "Can not send UDP Data", "Execute", 187)));
-  EXPECT_EQ(result.status, 1);
+  const std::string result = UraEvent({"-id", "1", "-val", "1", "-type", "ParameterByte"}, Input::Closed);
+  EXPECT_THAT(result, HasSubstr("Network communication error.\nFile ----------- : dro_osudpsocket"));
+  EXPECT_THAT(result, HasSubstr("Custom Message - : Socket is invalid.\n"));
+  EXPECT_THAT(
+      result,
+      EndsWith(Record(tavon::tavError_OperationFailed, "Can not send UDP Data", "Execute", 187) + "[1]"));
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <cerrno>
 #include <thread>
 
-#include "expect_failure.h"
+#include "expect_report.h"
 #include "temporary_folder.h"
 
 using namespace dro;

@@ -26,8 +26,7 @@ TEST_F(DroOsFile, LastLineWithoutLineFeedIsReadButResultsInFalse) {
   File file(path, "r");
   droString line = "old";
   std::string read;
-  for (int i = 0; i < 3; ++i)
-    read += (file.ReadNextLine(&line) ? "true:" : "false:") + line;
+  for (int i = 0; i < 3; ++i) read += (file.ReadNextLine(&line) ? "true:" : "false:") + line;
   EXPECT_EQ(read, "true:a\rfalse:\0bfalse:"s);
 }
 

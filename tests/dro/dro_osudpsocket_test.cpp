@@ -10,7 +10,7 @@
 
 #include <cerrno>
 
-#include "expect_failure.h"
+#include "expect_report.h"
 
 using namespace dro;
 
@@ -147,8 +147,7 @@ TEST(DroOsUdpSocket, CloseForgetsTheDescriptorWhateverFails) {
 TEST(DroOsUdpSocket, WakeOnLanBroadcastsTheMagicPacket) {
   const unsigned char mac[] = {0x00, 0x11, 0x22, 0x33, 0x44, 0x55};
   std::string packet(6, '\xFF');
-  for (int i = 0; i < 16; ++i)
-    packet.append(mac, mac + 6);
+  for (int i = 0; i < 16; ++i) packet.append(mac, mac + 6);
   EXPECT_EQ(droOsUdpSocket::WakeOnLan(mac, 9), droError_NoError);
   EXPECT_EQ(datagram, packet);
   EXPECT_EQ(destination, "255.255.255.255:9");

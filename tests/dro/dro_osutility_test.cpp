@@ -91,7 +91,6 @@ TEST(DroOsUtility, TellsAboutPathsAndTheMachine) {
   droString found, all;
   U::ExecuteCommandLine("cd /sys/class/net; cat $(ls -U | sed s,$,/address,) | grep -v ^00:00:00", &all);
   EXPECT_EQ(U::GetMacAddress(&macs), 0);
-  for (const droString& mac : macs)
-    found += mac + "\n";
+  for (const droString& mac : macs) found += mac + "\n";
   EXPECT_EQ(found, all);
 }

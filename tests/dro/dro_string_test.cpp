@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 #include "dro_value.h"
-#include "expect_failure.h"
+#include "expect_report.h"
 
 using namespace dro;
 

@@ -61,8 +61,7 @@ void LiveInAHouse(unsigned int number) {
   use(2 * number + 1);
   if (number % 2 == 0) onThread.BuildScene_Begin();
   other.join();
-  for (onThread.finished.Reset(); number % 64 == 1 && !onThread.finished.Wait(5);)
-    onThread.SetValue(1);
+  for (onThread.finished.Reset(); number % 64 == 1 && !onThread.finished.Wait(5);) onThread.SetValue(1);
 }
 
 TEST(Model, IsMadeUsedPlayedAndDestroyedByManyThreads) {

@@ -79,9 +79,8 @@ TEST_P(ParameterTypes, CompareByOperator) {
   parameter->SetDataFromString(type.text);
   const auto expect = [&](int op, bool holds) {
     EXPECT_EQ(parameter->Comparison(Op(op), other.data(), size), holds) << op;
-    const unsigned int tooSmall = isText ? 0 : size - 1;
-    EXPECT_FALSE(parameter->Comparison(Op(op), nullptr, 9) ||
-                 parameter->Comparison(Op(op), &other[0], tooSmall));
+    const unsigned int less = isText ? 0 : size - 1;
+    EXPECT_FALSE(parameter->Comparison(Op(op), nullptr, 9) || parameter->Comparison(Op(op), &other[0], less));
   };
   for (int op = 1; op <= 6 && !isCamera; ++op)
     EXPECT_EQ(CapturedOutput([&] { expect(op, type.relations[op - 1] == '1'); }), "");

@@ -16,8 +16,7 @@ TEST(StringClasses, TrimByTheirOwnRules) {
   const struct {
     const char* text;
     bool left;
-    const char* tav;
-    const char* dro;
+    const char *tav, *dro;
   } cases[] = {
       {"xxab", true, "ab", "ab"},   {"xx", true, "xx", "xx"}, {"abxx", false, "ab", "ab"},
       {"axx", false, "axx", "a"},  // the SDK never looks at the first character and then removes nothing
@@ -49,8 +48,7 @@ TEST(StringClasses, OnlyTheOsLibraryDropsEmptyPieces) {
 TEST(StringClasses, ReadNumbersOfThirtyTwoBits) {
   const struct {
     const char* text;
-    std::int32_t tavInt;
-    std::int32_t droInt;
+    std::int32_t tavInt, droInt;
     std::uint32_t unsignedLong;
   } cases[] = {
       {"", 0, 0, 0},

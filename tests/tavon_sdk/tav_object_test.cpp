@@ -7,8 +7,7 @@ struct Watched : tavObject {
 
 TEST(TavObject, NotifiesWhenAChangeIsTakenOverAndNotWhenItIsMade) {
   Watched object;
-  for (const bool dirty : {false, true, true, false, false})
-    object.IsDirty(dirty);
+  for (const bool dirty : {false, true, true, false, false}) object.IsDirty(dirty);
   object.SetFlags(0x03);
   EXPECT_TRUE(object.IsDirty() && object.HasFlags(0x06) && !object.HasFlags(0x04)) << "any bit will do";
   object.SetFlags(0);  // tells nobody

@@ -21,8 +21,7 @@ static Microseconds Now(Microseconds round) {
   const Microseconds latest = std::chrono::duration_cast<std::chrono::microseconds>(machine).count();
   const Microseconds standing = clockStandsAt;
   Microseconds now = standing == 0 ? latest : standing;
-  while (round != 0 && now > latest)
-    now -= round;
+  while (round != 0 && now > latest) now -= round;
   return now;
 }
 
@@ -44,8 +43,7 @@ namespace {
 struct Schedule : tavParameterThermoChronoWeek {
   Schedule() {
     tavString text = "0";
-    for (int i = 0; i < 168; ++i)
-      text += "," + tavString::FromInt(i / 24 * 100 + i % 24);
+    for (int i = 0; i < 168; ++i) text += "," + tavString::FromInt(i / 24 * 100 + i % 24);
     tavParameterThermoChronoWeek::SetDataFromString(this, text);
   }
   ~Schedule() override { term_thread(); }
@@ -53,8 +51,7 @@ struct Schedule : tavParameterThermoChronoWeek {
   // Sets the clock, lets the thread look at it, and tells whether this was applied since the last question.
   void ExpectAt(Microseconds moment, const std::vector<float>& applied) {
     clockStandsAt = moment;
-    for (const unsigned int before = clockReadings; clockReadings - before < 6;)
-      std::this_thread::yield();
+    for (const unsigned int before = clockReadings; clockReadings - before < 6;) std::this_thread::yield();
     EXPECT_EQ(std::exchange(record, {}), applied) << moment;
   }
   std::vector<float> record;  // handed from thread to thread by the clock's readings

@@ -58,6 +58,8 @@ TEST(TavString, ConvertsBetweenUtf8AndWide) {
   EXPECT_EQ(tavString::FromUTF8(bytes), wide);
   EXPECT_EQ(tavString::AsUTF8(static_cast<const wchar_t*>(nullptr)), "");
   EXPECT_EQ(tavString::FromUTF8(static_cast<const char*>(nullptr)), L"");
+  EXPECT_EQ(tavString::FromWide(L"abc", 1), "abc") << "the length only sizes the memory asked for";
+  EXPECT_THROW(tavString::FromWide(nullptr, 4), std::logic_error);
   EXPECT_THROW(tavString::FromUTF8("\xC3"), utf8::exception);
   EXPECT_THROW(tavString::AsUTF8(std::wstring(1, static_cast<wchar_t>(0xD800))), utf8::exception);
 }
@@ -86,11 +88,6 @@ TEST(TavString, ReportsUnusableBuffers) {
   EXPECT_THAT(CapturedOutput([] { tavString::DataCrypt(nullptr, 10, ""); }),
               HasSubstr("DataCrypt\nLine Number ---- : 251\nCustom Message - : io_buffer == 0\n"));
   EXPECT_THAT(CapturedOutput([] { tavString::DataDeCrypt(nullptr, 10, ""); }), HasSubstr("DataDeCrypt\n"));
-}
-
-TEST(TavString, NarrowsAllOfAWideText) {
-  EXPECT_EQ(tavString::FromWide(L"abc", 1), "abc");  // the length only sizes the memory asked for
-  EXPECT_THROW(tavString::FromWide(nullptr, 4), std::logic_error);
 }
 
 }  // namespace

@@ -42,8 +42,7 @@ TEST(TavTParameter, KeepsStylesAndSettings) {
   tavString settings;
   parameter.AddUIStyle("b");
   parameter.SetUIStyle({"c", "c"});
-  for (const char* style : {"c", "a", "a"})
-    parameter.AddUIStyle(style);
+  for (const char* style : {"c", "a", "a"}) parameter.AddUIStyle(style);
   parameter.GetUIStyle(&styles);
   parameter.GetUIStyle(nullptr);
   parameter.SetSettings("a=1");

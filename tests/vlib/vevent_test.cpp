@@ -93,6 +93,5 @@ TEST(VEvent, SignalAndResetMayMeetAWaitAtAnyMoment) {
     for (unsigned long round = 0; round < 3000; round += code == 0)
       EXPECT_NE(code = round % 3 == 0 ? event.WaitRet() : event.WaitRet(0, round % 50), 111);
   });
-  for (; waiter.wait_for(std::chrono::seconds(0)) != std::future_status::ready; event.Reset())
-    event.Signal();
+  for (; waiter.wait_for(std::chrono::seconds(0)) != std::future_status::ready; event.Reset()) event.Signal();
 }

@@ -21,8 +21,7 @@ struct Runs {
 };
 
 static void Until(const auto& condition) {
-  while (!condition())
-    std::this_thread::yield();
+  while (!condition()) std::this_thread::yield();
 }
 
 // Ends by itself at once (0), by itself at the very moment of the stop (1), or because of the stop (2).

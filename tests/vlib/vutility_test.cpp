@@ -66,8 +66,7 @@ TEST(VUtilityFiles, CopiesEverySizeAroundTheBlock) {
   const std::string source = folder.Path("source"), target = folder.Path("target");
   std::string contents;
   for (const std::size_t size : {0U, 1U, 98303U, 98304U, 98305U, 196608U, 200001U}) {
-    while (contents.size() < size)
-      contents += static_cast<char>(contents.size() % 251);
+    while (contents.size() < size) contents += static_cast<char>(contents.size() % 251);
     WriteFile(source, contents);
     EXPECT_TRUE(VUtility::CpFile(source, target, true));
     EXPECT_TRUE(ReadFile(target) == contents) << size;
@@ -90,10 +89,8 @@ TEST(VUtilityFiles, RemovesAFolderWithoutFollowingLinks) {
   EXPECT_TRUE(VUtility::CreateDir(kept, false));
   EXPECT_FALSE(VUtility::CreateDir(kept, true));
   std::filesystem::create_directories(tree + "/a/b");
-  for (const std::string& file : {kept + "/file", tree + "/file", tree + "/a/file"})
-    WriteFile(file, "x");
-  for (const std::string& name : {tree + "/a/link", link})
-    std::filesystem::create_symlink(kept, name);
+  for (const std::string& file : {kept + "/file", tree + "/file", tree + "/a/file"}) WriteFile(file, "x");
+  for (const std::string& name : {tree + "/a/link", link}) std::filesystem::create_symlink(kept, name);
 
   EXPECT_TRUE(VUtility::RemoveDir(tree, false));
   EXPECT_TRUE(std::filesystem::is_empty(tree));
@@ -133,8 +130,7 @@ TEST(VUtilityFiles, ListsFoldersByNameAndEntersThem) {
 TEST(VUtilityFiles, LogsOnlyWhatTheFileTakes) {
   const TemporaryFolder folder;
   const std::string path = folder.Path("log");
-  for (const char* text : {"one\n", "", "2"})
-    EXPECT_TRUE(VUtility::LogFile(path, text));
+  for (const char* text : {"one\n", "", "2"}) EXPECT_TRUE(VUtility::LogFile(path, text));
   EXPECT_EQ(ReadFile(path), "one\n2");
   EXPECT_FALSE(VUtility::LogFile("/dev/full", "lost") || VUtility::LogFile(folder.Path(), "lost"));
   EXPECT_FALSE(VUtility::LogFile(nullptr, "lost") || VUtility::LogFile(path.c_str(), nullptr));
