@@ -8,13 +8,14 @@
 
 namespace tavon {
 
-// Where a type's reports come from: its source name and the lines that stand in the records.
+// Where a type's reports come from: its source name and the lines that stand in the records. The lines are
+// fixed, so that a report can be looked up by them; most simple types share them.
 struct tavParameterSource {
   const char* name;
-  int setDataFromString;
-  int setDataValue;
-  int getDataValue;
-  int comparison;
+  int setDataFromString = 36;
+  int setDataValue = 82;
+  int getDataValue = 86;
+  int comparison = 97;
 };
 
 // What every concrete parameter type repeats, between the value of N bytes and the type itself: type id and

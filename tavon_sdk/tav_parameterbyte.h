@@ -9,11 +9,7 @@ class tavParameterByte : public tavByteParameter<tavParameterByte> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterByte;
   static constexpr const char* TypeName = "ParameterByte";
-  static constexpr tavParameterSource Source{.name = "tav_parameterbyte",
-                                             .setDataFromString = 36,
-                                             .setDataValue = 82,
-                                             .getDataValue = 86,
-                                             .comparison = 97};
+  static constexpr tavParameterSource Source{.name = "tav_parameterbyte"};
 
   void SetValue(unsigned char value) { SetByte(value); }
 

@@ -9,11 +9,7 @@ class tavParameterCamera : public tavTextParameter<tavParameterCamera> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterCamera;
   static constexpr const char* TypeName = "ParameterCamera";
-  static constexpr tavParameterSource Source{.name = "tav_parametercamera",
-                                             .setDataFromString = 36,
-                                             .setDataValue = 82,
-                                             .getDataValue = 86,
-                                             .comparison = 97};
+  static constexpr tavParameterSource Source{.name = "tav_parametercamera"};
   static constexpr int GetDataCopyLine = 70;
 
   // UTF-8; a null text is empty. Setting a URL that differs makes the object dirty.
@@ -37,6 +33,7 @@ class tavParameterCamera : public tavTextParameter<tavParameterCamera> {
                   const unsigned int& size) const override;
 
   // Writes one byte, 1: there is a text. An empty text writes nothing, a null buffer is reported, code 6.
+  // SetDataFromString makes that byte the local URL, not the text: intended, URLs are set by SetLocalUrl.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 
  private:

@@ -9,11 +9,8 @@ class tavParameterSlider : public tavFloatParameter<tavParameterSlider> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterSlider;
   static constexpr const char* TypeName = "ParameterSlider";
-  static constexpr tavParameterSource Source{.name = "tav_parameterslider",
-                                             .setDataFromString = 40,
-                                             .setDataValue = 82,
-                                             .getDataValue = 86,
-                                             .comparison = 105};
+  static constexpr tavParameterSource Source{
+      .name = "tav_parameterslider", .setDataFromString = 40, .comparison = 105};
 
   // Stops at 0.0 and 1.0; not-a-number is stored as it is.
   void SetValue(float value);

@@ -12,8 +12,9 @@ namespace tavon {
 //
 // The object owns a thread, from construction to destruction, that moves the current temperature to the
 // set-point of each new hour while the schedule is active: one second early, at hh:59:59, plus the offset
-// time. It takes the lock briefly and never while it waits, so nobody may hold the object's lock who destroys
-// it.
+// time. When it is done within that second, the hour that comes next is still the same one, and its set-point
+// is applied once more an hour later, the following one an hour late: intended. The thread takes the lock
+// briefly and never while it waits, so nobody may hold the object's lock who destroys it.
 //
 // The hook OnChangeTemperature is called on that thread too, but not before the schedule is active: a class
 // that derives from this one and overrides it must call term_thread() first thing in its own destructor.

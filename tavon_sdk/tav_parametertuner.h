@@ -9,11 +9,7 @@ class tavParameterTuner : public tavFloatParameter<tavParameterTuner> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterTuner;
   static constexpr const char* TypeName = "ParameterTuner";
-  static constexpr tavParameterSource Source{.name = "tav_parametertuner",
-                                             .setDataFromString = 36,
-                                             .setDataValue = 82,
-                                             .getDataValue = 86,
-                                             .comparison = 97};
+  static constexpr tavParameterSource Source{.name = "tav_parametertuner"};
 
   // Writes four bytes: the number in the text, little-endian single precision, any value. An empty text
   // writes nothing, a null buffer is reported, code 6.

@@ -29,8 +29,15 @@ inline tavECodeOperator Op(int number) { return static_cast<tavECodeOperator>(nu
 // The lock of an object, which is its own and of the classes derived from it.
 struct LockOf : tavObject {
   static vMutex& Of(tavObject& object) { return object.*(&LockOf::m_lock); }
-  static bool IsFree(tavObject& object) {  // for other threads
-    return std::async(std::launch::async, [&] { return Of(object).TryLock() && Of(object).UnLockB(); }).get();
+  static bool IsHeld(tavObject& object) {  // as other threads see it
+    return !std::async(std::launch::async, [&] {
+              return Of(object).TryLock() && Of(object).UnLockB();
+            }).get();
+  }
+  static bool IsFree(tavObject& object) {  // an object's own thread may have the lock for moments
+    int tries = 0;
+    while (IsHeld(object) && ++tries < 10000) continue;
+    return tries < 10000;
   }
 };
 

@@ -95,7 +95,7 @@ TEST_P(ParameterTypes, InvalidWriteLeavesTheObjectLockedUnlessItsValueIsAText) {
   parameter->SetData(nullptr, 1, 1);
   parameter->SetData(reinterpret_cast<const unsigned char*>("9"), 0, 1);
   for (int i = 0; i < 2 && !isText; ++i)
-    EXPECT_TRUE(!LockOf::IsFree(*parameter) && LockOf::Of(*parameter).UnLockB());
+    EXPECT_TRUE(LockOf::IsHeld(*parameter) && LockOf::Of(*parameter).UnLockB());
   EXPECT_TRUE(LockOf::IsFree(*parameter));
 }
 

@@ -43,7 +43,7 @@ struct Alert : tavParameterAlert {
 
 TEST(TavParameterAlert, CallsItsHookOnEveryActiveWriteInEitherSense) {
   Alert alert;
-  for (const bool value : {false, true, true}) alert.SetValue(value);
+  for (const bool value : {true, true, false}) alert.SetValue(value);
   alert.IsInverted(true);
   EXPECT_TRUE(alert.GetValue() == 1 && alert.alerts == 2) << "set to what is inactive now: intended";
   alert.SetValue(0);

@@ -59,7 +59,7 @@ struct Driver : tavParameterInfo {
     return target.ValueToString();
   }
   struct : tavParameterColor {  // it knows its driver as its own target, for which it has no rules
-    void OnRGBValue(unsigned char) override { EXPECT_FALSE(LockOf::IsFree(*GetDrivenTarget())); }
+    void OnRGBValue(unsigned char) override { EXPECT_TRUE(LockOf::IsHeld(*GetDrivenTarget())); }
   } target;
   int links = 0;
 };
