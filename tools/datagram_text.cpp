@@ -1,5 +1,7 @@
 #include "datagram_text.h"
 
+#include <utf8.h>
+
 #include <cstdint>
 
 namespace {
@@ -27,14 +29,30 @@ std::uint32_t ReadId(std::span<const unsigned char> datagram) {
   return id;
 }
 
-// Text that stays on its line: control characters as "\\x0A".
+// Takes the character at `position` of a text; false when a terminal is better not given it: a control
+// character, or a byte that is no UTF-8.
+bool TakePrintable(std::string::const_iterator& position, std::string::const_iterator end) {
+  const auto start = position;
+  try {
+    const std::uint32_t character = utf8::next(position, end);
+    return character >= ' ' && (character < 0x7F || character > 0x9F);
+  } catch (const utf8::exception&) {
+    position = start + 1;
+    return false;
+  }
+}
+
+// Text that stays on its line and moves no cursor: what is not printable as "\\x0A".
 std::string Printable(const std::string& text) {
   std::string printable;
-  for (const char c : text) {
-    const auto byte = static_cast<unsigned char>(c);
-    if (byte >= ' ' && byte != 0x7F) {
-      printable.push_back(c);
-    } else {
+  for (auto position = text.begin(); position != text.end();) {
+    const auto start = position;
+    if (TakePrintable(position, text.end())) {
+      printable.append(start, position);
+      continue;
+    }
+    for (const char c : std::string(start, position)) {
+      const auto byte = static_cast<unsigned char>(c);
       printable += std::string("\\x") + kDigits[byte >> 4] + kDigits[byte & 15];
     }
   }
@@ -44,12 +62,11 @@ std::string Printable(const std::string& text) {
 // What the value is to a parameter; nothing when there are no bytes to give it.
 std::string Meaning(std::span<const unsigned char> value, tavon::tavIParameter& parameter) {
   if (value.empty()) return {};
-  const std::size_t whole =
-      parameter.GetParameterInfoPtr() != nullptr || parameter.GetParameterCameraPtr() != nullptr
-          ? value.size()
-          : parameter.GetDataSize();
   const bool isActiveByte = parameter.GetParameterThermoChronoWeekPtr() != nullptr && value.size() == 1;
   if (isActiveByte) return value[0] != 0 ? " means the schedule is on" : " means the schedule is off";
+  const bool isText =
+      parameter.GetParameterInfoPtr() != nullptr || parameter.GetParameterCameraPtr() != nullptr;
+  const std::size_t whole = isText ? value.size() : parameter.GetDataSize();
   if (value.size() < whole) {
     return " means the first " + std::to_string(value.size()) + " of " + std::to_string(whole) + " bytes";
   }

@@ -18,6 +18,7 @@
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -25,6 +26,7 @@
 #include "dro_error.h"
 #include "dro_osudpsocket.h"
 #include "tav_parameterfactory.h"
+#include "tav_parametershutter.h"
 
 namespace {
 
@@ -56,25 +58,33 @@ bool ReadNumber(std::string_view text, Number& number) {
   return error == std::errc() && end == text.data() + text.size() && number != 0;
 }
 
+// A parameter that shows values; null when there is no such type. A shutter's thread is ended, or it would
+// stop the shutter between two datagrams.
+std::unique_ptr<tavon::tavIParameter> MakeParameter(const std::string& typeName) {
+  const tavon::tavEObject type = tavon::tavParameterFactory::TypeNameToId(typeName);
+  if (type == tavon::tavObject_None) return nullptr;
+  std::unique_ptr<tavon::tavIParameter> parameter(tavon::tavParameterFactory::CreateByType(type));
+  if (auto* const shutter = parameter->GetParameterShutterPtr()) shutter->term_thread();
+  return parameter;
+}
+
 // Takes one option with its value; false when it is none or its value cannot be used.
 bool ReadOption(std::string_view name, std::string_view value, Options& options) {
   if (name == "-count") return ReadNumber(value, options.count);
   if (name == "-port") return ReadNumber(value, options.port);
   if (name != "-type") return false;
-  const tavon::tavEObject type = tavon::tavParameterFactory::TypeNameToId(std::string(value));
-  if (type != tavon::tavObject_None) options.parameter.reset(tavon::tavParameterFactory::CreateByType(type));
+  options.parameter = MakeParameter(std::string(value));
   return options.parameter != nullptr;
 }
 
-// Ends the process when the arguments ask for help or cannot be followed.
-Options ReadOptions(int argc, char** argv) {
-  Options options;
+// The status to end with at once, when the arguments ask for help or cannot be followed.
+std::optional<int> ReadOptions(int argc, char** argv, Options& options) {
   for (int i = 1; i < argc; ++i) {
     const std::string_view name = argv[i];
     const std::string_view value = i + 1 < argc ? argv[i + 1] : "";
     if (name == "-h") {
       std::fputs(kHelp, stdout);
-      std::exit(EXIT_SUCCESS);
+      return EXIT_SUCCESS;
     }
     if (ReadOption(name, value, options)) {
       ++i;
@@ -82,13 +92,14 @@ Options ReadOptions(int argc, char** argv) {
     }
     std::fprintf(stderr, "ura_listen: \"%s %s\" is no option with a value it can have; -h explains\n",
                  argv[i], std::string(value).c_str());
-    std::exit(kUsageError);
+    return kUsageError;
   }
-  return options;
+  return std::nullopt;
 }
 
 void PrintSystemError(const char* what) {
-  std::fprintf(stderr, "ura_listen: %s: %s\n", what, std::strerror(errno));
+  char reason[128];
+  std::fprintf(stderr, "ura_listen: %s: %s\n", what, strerror_r(errno, reason, sizeof reason));
 }
 
 // Binds a descriptor to a port of the loopback host; says why it cannot.
@@ -117,13 +128,16 @@ class StopRequest {
     sigemptyset(&signals);
     sigaddset(&signals, SIGINT);
     sigaddset(&signals, SIGTERM);
-    sigprocmask(SIG_BLOCK, &signals, nullptr);
+    pthread_sigmask(SIG_BLOCK, &signals, nullptr);
     m_descriptor = signalfd(-1, &signals, SFD_CLOEXEC);
   }
-  ~StopRequest() { close(m_descriptor); }
+  ~StopRequest() {
+    if (IsPossible()) close(m_descriptor);
+  }
   StopRequest(const StopRequest&) = delete;
   StopRequest& operator=(const StopRequest&) = delete;
 
+  bool IsPossible() const { return m_descriptor >= 0; }
   int Descriptor() const { return m_descriptor; }
 
  private:
@@ -160,7 +174,14 @@ int Listen(dro::droOsUdpSocket& socket, int descriptor, const StopRequest& stop,
 }  // namespace
 
 int main(int argc, char** argv) {
-  const Options options = ReadOptions(argc, argv);
+  // First: the threads of a parameter take over which signals are blocked.
+  const StopRequest stop;
+  if (!stop.IsPossible()) {
+    PrintSystemError("cannot wait for signals");
+    return EXIT_FAILURE;
+  }
+  Options options;
+  if (const std::optional<int> status = ReadOptions(argc, argv, options)) return *status;
 
   // Standard output is for datagrams: the library's reports go to standard error.
   dro::droError::Level = dro::droLogLevel_CallBack;
@@ -174,7 +195,6 @@ int main(int argc, char** argv) {
     return EXIT_FAILURE;
   }
   dro::droOsUdpSocket socket(dro::droOsSocketType_Udp, descriptor);
-  const StopRequest stop;
   if (!Bind(descriptor, options.port)) return EXIT_FAILURE;
   std::fprintf(stderr, "ura_listen: waiting for events on UDP port %u of the loopback host\n", options.port);
   return Listen(socket, descriptor, stop, options);

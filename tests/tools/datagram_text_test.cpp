@@ -7,36 +7,24 @@
 
 #include "tav_parameterfactory.h"
 
-namespace {
-
-TEST(DatagramText, ShowsWhatArrived) {
-  const std::pair<std::vector<unsigned char>, const char*> cases[] = {
-      {{0x2A, 0, 0, 0, 1, 1}, "id 42 length 1 value 01"},
-      {{0xFF, 0xFF, 0xFF, 0xFF, 2, 0x0A, 0xB0}, "id 4294967295 length 2 value 0A B0"},
-      {{1, 2, 0, 0, 0}, "id 513 length 0 value"},
-      {{1, 0, 0, 0, 2, 7}, "id 1 length 2 value 07 (carries 1 value bytes)"},
-      {{1, 2, 3}, "bytes 01 02 03 (no event: 3 bytes, at least 5 expected)"},
-      {{}, "bytes (no event: 0 bytes, at least 5 expected)"},
-  };
-  for (const auto& [datagram, text] : cases) EXPECT_EQ(DatagramText(datagram), text);
-}
-
-TEST(DatagramText, ShowsTheValueAsTheModelReadsIt) {
+TEST(DatagramText, ShowsWhatArrivedAndTheValueAsTheModelReadsIt) {
+  const char* const week = "ParameterThermoChronoWeek";
   const std::tuple<const char*, std::vector<unsigned char>, const char*> cases[] = {
-      {"ParameterColor",
-       {1, 0, 0, 0, 4, 0xFF, 0x80, 0, 0},
-       "id 1 length 4 value FF 80 00 00 means 0xFF800000"},
+      {"", {0x2A, 0, 0, 0, 1, 1}, "id 42 length 1 value 01"},
+      {"", {0xFF, 0xFF, 0xFF, 0xFF, 2, 0x0A, 0xB0}, "id 4294967295 length 2 value 0A B0"},
+      {"", {1, 2, 0, 0, 0}, "id 513 length 0 value"},
+      {"", {1, 0, 0, 0, 2, 7}, "id 1 length 2 value 07 (carries 1 value bytes)"},
+      {"", {1, 2, 3}, "bytes 01 02 03 (no event: 3 bytes, at least 5 expected)"},
+      {"", {}, "bytes (no event: 0 bytes, at least 5 expected)"},
+      {"ParameterColor", {1, 0, 0, 0, 2, 0xF, 0x80}, "id 1 length 2 value 0F 80 means 0x0F800000"},
       {"ParameterInfo", {1, 0, 0, 0, 2, 'H', 0x0A}, "id 1 length 2 value 48 0A means H\\x0A"},
-      {"ParameterThermoChronoWeek", {1, 0, 0, 0, 1, 1}, "id 1 length 1 value 01 means the schedule is on"},
-      {"ParameterThermoChronoWeek",
-       {1, 0, 0, 0, 2, 1, 0},
-       "id 1 length 2 value 01 00 means the first 2 of 673 bytes"},
+      {week, {1, 0, 0, 0, 1, 1}, "id 1 length 1 value 01 means the schedule is on"},
+      {week, {1, 0, 0, 0, 2, 1, 0}, "id 1 length 2 value 01 00 means the first 2 of 673 bytes"},
       {"ParameterThermo", {1, 0, 0, 0, 0}, "id 1 length 0 value"},
   };
   for (const auto& [type, datagram, text] : cases) {
-    const std::unique_ptr<tavon::tavIParameter> parameter(tavon::tavParameterFactory::CreateByTypeName(type));
+    using Factory = tavon::tavParameterFactory;
+    const std::unique_ptr<tavon::tavIParameter> parameter(*type ? Factory::CreateByTypeName(type) : nullptr);
     EXPECT_EQ(DatagramText(datagram, parameter.get()), text);
   }
 }
-
-}  // namespace
