@@ -1,7 +1,5 @@
 #include "vcommand.h"
 
-#include <fcntl.h>
-
 #include <cerrno>
 
 namespace vlib {
@@ -12,11 +10,9 @@ constexpr std::size_t kLongestPiece = 255;
 
 }  // namespace
 
-CommandOutput::CommandOutput(const std::string& command) : m_pipe(popen(command.c_str(), "r")) {
-  // A program that another thread starts must not keep the reading end: closing it here would not end the
-  // command, and waiting for it could take for ever.
-  if (m_pipe) fcntl(fileno(m_pipe.get()), F_SETFD, FD_CLOEXEC);
-}
+// A program that another thread starts must not keep the reading end ("e"): closing it here would not end the
+// command, and waiting for it could take for ever.
+CommandOutput::CommandOutput(const std::string& command) : m_pipe(popen(command.c_str(), "re")) {}
 
 bool CommandOutput::ReadLine(std::string& o_line) {
   o_line.clear();

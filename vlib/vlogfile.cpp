@@ -22,10 +22,11 @@ LogFileFault CutToLastHalf(const std::string& path, unsigned int half, std::atom
   if (static_cast<std::uintmax_t>(size) > PTRDIFF_MAX) return LogFileFault::OutOfMemory;
   const std::unique_ptr<char[]> contents(new (std::nothrow) char[static_cast<std::size_t>(size)]);
   if (!contents) return LogFileFault::OutOfMemory;
+  // Before reading: such a file is past its limit at every entry.
+  if (half <= kSmallestHalf) return LogFileFault::None;
   const std::size_t length = std::fread(contents.get(), 1, static_cast<std::size_t>(size), source.get());
   source.reset();
 
-  if (half <= kSmallestHalf) return LogFileFault::None;
   const File target = OpenFile(path.c_str(), "wb");
   if (!target) return LogFileFault::CannotWrite;
   written = half;

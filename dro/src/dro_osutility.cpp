@@ -73,7 +73,9 @@ droEError droOsUtility::ExecuteScript(const droString& folder, const droString& 
   if (io_output == nullptr) return kReport(droError_InvalidArgument, "o_pData == 0", "ExecuteScript");
   const droString path = folder + Separator + "tavon.sh";
 
-  droOsFile file(path, "w");
+  // A program that another thread starts must not keep the script open ("e"): a file open for writing does
+  // not run.
+  droOsFile file(path, "we");
   if (!file.IsValid()) return report("Can not write tmp file " + path);
   if (std::cmp_not_equal(file.WriteText("%s", script.c_str()), script.size())) {
     return report("Can not write all data " + script);
