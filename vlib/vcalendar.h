@@ -5,7 +5,7 @@
 
 // Local calendar time for the clock classes of both libraries. Internal to them.
 //
-// Only the re-entrant calls of the C library are used, so any thread may ask at any time.
+// Any thread may ask at any time: the C library's data on the zone is used under a lock.
 namespace vlib {
 
 // The local date and time of an instant. A change of the machine's time zone is noticed. An instant that the

@@ -16,7 +16,8 @@
 // by itself.
 //
 // A thread may be started suspended: it exists, and is held before its work until the next Start. A Stop, and
-// so the destructor, waits for a held thread like for any other, until another thread's Start lets it go.
+// so the destructor, waits for a held thread like for any other, until another thread's Start lets it go. For
+// that of an auto-release object nobody waits: it must be let go, or it is held for ever.
 //
 // A thread that ends on its own is joined by nobody and gives back all it had by itself. A stop is for the
 // run that it meets: one that comes as the thread ends never stops the next run.
@@ -53,7 +54,8 @@ class VThread {
   // restarts itself only stops.
   bool Start(unsigned long stackSize);
   // The same; 0 on success, -2 without a work function, otherwise the error number of the system: EINVAL (22)
-  // for a stack too small, EAGAIN (11) for too many threads or no memory, EDEADLK (35) from its own work.
+  // for a stack too small, EAGAIN (11) for too many threads or no memory, EDEADLK (35) when the running
+  // thread cannot be waited for: from its own work, or that of an auto-release object.
   int Start2(unsigned long stackSize);
 
   // Makes a thread that is held (true) or not (false); true on success. The next Start makes a held one as

@@ -1,10 +1,10 @@
+// Paths, and the trimming of texts.
+
 #include "vutility.h"
 
 #include <unistd.h>
 
 #include <string_view>
-
-// Paths, and the trimming of texts.
 
 namespace {
 

@@ -126,7 +126,7 @@ class VUtility {
   }
 
   // Appends the text as it is to a file, which is made when it is not there. False for a null argument, and
-  // when the file does not open or does not take all of the text.
+  // when the file does not open. Whether the disk took the text is not told: logging goes on without it.
   static bool LogFile(const char* path, const char* text);
   static bool LogFile(const std::string& path, const std::string& text) {
     return LogFile(path.c_str(), text.c_str());

@@ -6,10 +6,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <string_view>
-#include <utility>
 
 #include "vfile.h"
 #include "vutility.h"
@@ -49,9 +47,6 @@ void ForEachEntry(const char* path, Visitor visit) {
   for (const dirent* entry : entries) visit(*entry);
 }
 
-// What a stream still holds is written at its closing: only then is it known that all was taken.
-bool CloseWritten(vlib::File file) { return std::fclose(file.release()) == 0; }
-
 }  // namespace
 
 bool VUtility::FileExists(const char* path) {
@@ -83,7 +78,8 @@ bool VUtility::CpFile(const char* source, const char* target, bool overwrite) {
     if (std::fwrite(block.get(), 1, count, to.get()) != count) return false;
     remaining -= length;
   }
-  return CloseWritten(std::move(to));
+  // What the stream still holds is written at its closing: only then is it known that all was taken.
+  return std::fclose(to.release()) == 0;
 }
 
 bool VUtility::CreateDir(const char* path, bool) { return path != nullptr && mkdir(path, 0770) == 0; }
@@ -127,8 +123,8 @@ std::vector<std::string> VUtility::DirListTypeArray(const char* path) {
 
 bool VUtility::LogFile(const char* path, const char* text) {
   if (path == nullptr || text == nullptr) return false;
-  vlib::File file = vlib::OpenFile(path, "ab");
+  const vlib::File file = vlib::OpenFile(path, "ab");
   if (!file) return false;
-  const std::size_t length = std::strlen(text);
-  return std::fwrite(text, 1, length, file.get()) == length && CloseWritten(std::move(file));
+  std::fputs(text, file.get());
+  return true;
 }

@@ -1,3 +1,5 @@
+// Conversions between character sets, and letter case.
+
 #include <utf8.h>
 
 #include <cctype>
@@ -9,8 +11,6 @@
 #include <memory>
 
 #include "vutility.h"
-
-// Conversions between character sets, and letter case.
 
 namespace {
 

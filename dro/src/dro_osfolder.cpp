@@ -1,8 +1,8 @@
+// Listing a folder.
+
 #include <cerrno>
 
 #include "dro_osutility.h"
-
-// Listing a folder.
 
 namespace dro {
 namespace {

@@ -14,6 +14,15 @@ namespace {
 
 constexpr droReporter kReport{"dro_string"};
 
+// Scrambling undoes itself: both directions are the same.
+void ScrambleBuffer(unsigned char* buffer, unsigned int length, const droString& key, const char* function) {
+  if (buffer == nullptr) {
+    kReport(droError_InvalidArgument, "io_buffer == 0", function);
+    return;
+  }
+  vlib::Scramble({buffer, length}, key);
+}
+
 }  // namespace
 
 droString& droString::Clear() {
@@ -161,25 +170,17 @@ void droString::SerialStringToData(droArray<unsigned char>* io_data, const droSt
 }
 
 void droString::DataCrypt(unsigned char* io_buffer, unsigned int length, const droString& key) {
-  if (io_buffer == nullptr) {
-    kReport(droError_InvalidArgument, "io_buffer == 0", "DataCrypt");
-    return;
-  }
-  vlib::Scramble({io_buffer, length}, key);
+  ScrambleBuffer(io_buffer, length, key, "DataCrypt");
 }
 
 void droString::DataDeCrypt(unsigned char* io_buffer, unsigned int length, const droString& key) {
-  if (io_buffer == nullptr) {
-    kReport(droError_InvalidArgument, "io_buffer == 0", "DataDeCrypt");
-    return;
-  }
-  vlib::Scramble({io_buffer, length}, key);
+  ScrambleBuffer(io_buffer, length, key, "DataDeCrypt");
 }
 
 void CharToWide(wchar_t* o_wide, unsigned int capacity, const char* in, unsigned int inLength) {
   if (o_wide == nullptr || capacity == 0) return;
   const std::wstring wide = droString::FromUTF8(in);
-  const std::size_t count = std::min<std::size_t>({inLength, capacity - 1, wide.size()});
+  const auto count = std::min<std::size_t>({inLength, capacity - 1, wide.size()});
   *std::copy_n(wide.begin(), count, o_wide) = L'\0';
 }
 
