@@ -50,7 +50,7 @@ class tavIParameterBase {
 // A parameter of the model: an object with a value, which may drive one other parameter.
 //
 // Any thread may call any operation but GetData: each takes the object's own recursive lock. When one
-// parameter sets another the order of locks is driver, then target.
+// parameter sets another the order of locks is driver, then target, so links must not form a ring.
 class tavIParameter : public tavObject, public tavIParameterBase {
  public:
   tavEObject GetType() const override = 0;

@@ -27,10 +27,10 @@ class tavParameterShutter : public tavByteParameter<tavParameterShutter> {
                                              .setDataFromString = 43,
                                              .setDataValue = 84,
                                              .getDataValue = 88,
-                                             .comparison = 104};
+                                             .comparison = 99};
 
-  // The value is 2. Reported: code 5 without memory for the thread, code 1 when it does not start; the
-  // shutter then works without stopping itself.
+  // The value is 2, and the object dirty: that is a change from 0. Reported: code 5 without memory for the
+  // thread, code 1 when it does not start; the shutter then works without stopping itself.
   tavParameterShutter();
   ~tavParameterShutter() override;
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <array>
-#include <deque>
+#include <list>
 #include <memory>
 
 #include "tav_parameter.h"
@@ -63,15 +63,12 @@ class tavTParameter : public tavIParameter {
   const unsigned char* GetData() const override { return m_value.data(); }
 
  protected:
-  // Stores the bytes as SetData does, without looking for a null or empty argument. The caller holds the
-  // lock.
-  void StoreData(const unsigned char* data, unsigned int size, unsigned char flag);
-
   std::array<unsigned char, N> m_value{};
 
  private:
   tavIParameter* m_drivenTarget = nullptr;
-  std::deque<LinkWithParameterData> m_drivenMap;
+  std::list<LinkWithParameterData>
+      m_drivenMap;  // most parameters drive none, and an empty list takes no memory
   tavArray<tavString> m_uiStyles;
   tavString m_settings;
 };

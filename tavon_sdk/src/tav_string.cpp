@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cwchar>
 #include <memory>
-#include <new>
 #include <stdexcept>
 
 #include "tav_error.h"
@@ -28,9 +27,7 @@ bool Reserve(tavString& text, std::size_t length) {
   try {
     text.reserve(length);
     return true;
-  } catch (const std::bad_alloc&) {
-    return false;
-  } catch (const std::length_error&) {
+  } catch (const std::exception&) {  // no memory, or longer than any text
     return false;
   }
 }

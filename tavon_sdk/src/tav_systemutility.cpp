@@ -96,6 +96,7 @@ tavString tavSystemUtility::GetParentFolder(const tavString& path) { return VUti
 
 tavString tavSystemUtility::GetModuleFileFullName(const tavString& path) { return vlib::AbsolutePath(path); }
 
+// NOLINTBEGIN(performance-unnecessary-value-param): the interface takes the host by value
 int tavSystemUtility::Ping(tavString host, int count) {
   vlib::CommandOutput output("ping " + host + " -c " + std::to_string(count) + " | grep ttl");
   if (!HasPipe(output, "Ping")) return 0;
@@ -113,6 +114,7 @@ int tavSystemUtility::Arping(tavString host) {
 }
 
 int tavSystemUtility::SuperPing(tavString host) { return Ping(host, 1) > 0 ? 1 : Arping(host); }
+// NOLINTEND(performance-unnecessary-value-param)
 
 int tavSystemUtility::KillAll(const tavString& first, const tavString& second) {
   // The second argument comes first, as it is meant to: it is the signal or another option of killall.

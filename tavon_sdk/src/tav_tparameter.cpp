@@ -51,11 +51,6 @@ void tavTParameter<N>::SetData(const unsigned char* data, const unsigned int& si
     lock.LeaveLocked();  // intended: an invalid write keeps every other thread out of the object
     return;
   }
-  StoreData(data, size, flag);
-}
-
-template <unsigned int N>
-void tavTParameter<N>::StoreData(const unsigned char* data, unsigned int size, unsigned char flag) {
   const unsigned int stored = std::min(size, N);
   if (std::equal(data, data + stored, m_value.begin())) return;
   IsDirty(true);

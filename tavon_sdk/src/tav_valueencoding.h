@@ -1,27 +1,16 @@
 #pragma once
 
-#include <bit>
-#include <cstdint>
-
 #include "tav_error.h"
+#include "tav_floatbytes.h"
 #include "tav_string.h"
 #include "vnumber.h"
 
 // The rules by which value texts become bytes, shared by the parameter types. Internal to the SDK.
 namespace tavon {
 
-// Bytes of a single-precision value.
-constexpr unsigned int kFloatSize = 4;
-
 // The low 8 bits of the number in a text: "256" gives 0, "-1" gives 255.
 inline unsigned char LowByte(const tavString& text) {
   return static_cast<unsigned char>(tavString::AsInt(text, 10));
-}
-
-// Single-precision bytes, little-endian whatever the machine.
-inline void StoreFloat(float value, unsigned char* target) {
-  const auto bits = std::bit_cast<std::uint32_t>(value);
-  for (unsigned int i = 0; i < kFloatSize; ++i) target[i] = static_cast<unsigned char>(bits >> (8 * i));
 }
 
 // The number in a text, in single precision.

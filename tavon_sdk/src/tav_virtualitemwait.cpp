@@ -13,7 +13,7 @@ constexpr tavReporter kReport{"tav_virtualitemwait"};
 
 tavVirtualItemWait::tavVirtualItemWait() = default;
 
-tavVirtualItemWait::~tavVirtualItemWait() { ExitExecute(); }
+tavVirtualItemWait::~tavVirtualItemWait() { tavVirtualItemWait::ExitExecute(); }
 
 void tavVirtualItemWait::Prepare() {
   const std::scoped_lock lock(m_lock);
