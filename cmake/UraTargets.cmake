@@ -12,13 +12,22 @@ add_library(ura_warnings INTERFACE)
 target_compile_options(ura_warnings INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion
                        $<$<BOOL:${URA_WARNINGS_AS_ERRORS}>:-Werror>)
 
-# ura_library(NAME SOURCE...): a static library that exports its own folder as include directory.
+# ura_library(NAME SOURCE... PUBLIC_HEADERS HEADER...): a static library, also known as ura::NAME as it is where it is
+# installed. Its own folder is an include directory; the public headers are those that are installed.
 # Each function gets a section of its own, so that a program carries only what it calls.
 function(ura_library name)
-  add_library(${name} STATIC ${ARGN})
-  target_include_directories(${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+  cmake_parse_arguments(PARSE_ARGV 1 library "" "" PUBLIC_HEADERS)
+  add_library(${name} STATIC ${library_UNPARSED_ARGUMENTS})
+  add_library(ura::${name} ALIAS ${name})
+  target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}"
+                 FILES ${library_PUBLIC_HEADERS})
+  target_compile_features(${name} PUBLIC cxx_std_20)
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    # Times and file sizes stand in the headers: who includes them must read them with as many bits.
+    target_compile_definitions(${name} PUBLIC _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+  endif()
   target_compile_options(${name} PRIVATE -ffunction-sections -fdata-sections)
-  target_link_libraries(${name} PRIVATE ura_warnings)
+  target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:ura_warnings>)
 endfunction()
 
 # ura_program(NAME SOURCE...): an executable that starts fast: no C++ runtime to load, nothing in it that is not

@@ -1,0 +1,47 @@
+# Debian packages by CPack, one for each component; scripts/package makes and checks them.
+
+file(STRINGS packaging/changelog newest_change LIMIT_COUNT 1)
+if(NOT newest_change MATCHES "^ura \\(${PROJECT_VERSION}\\) ")
+  message(FATAL_ERROR "packaging/changelog begins with \"${newest_change}\": add an entry for ${PROJECT_VERSION}")
+endif()
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_NAME ura)
+set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package begins its description with a summary of its own
+set(CPACK_PACKAGE_CONTACT "The Ura project <ura@localhost>")
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_STRIP_FILES ON)
+set(CPACK_COMPONENTS_ALL programs sdk)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_SOURCE_DIR}/cmake/UraPackageDocuments.cmake")
+set(CPACK_URA_SOURCE_FOLDER "${CMAKE_CURRENT_SOURCE_DIR}")
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE i386)
+endif()
+
+set(CPACK_DEBIAN_PROGRAMS_PACKAGE_NAME ura-event)
+set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SECTION utils)
+set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SUGGESTS bash-completion)
+set(CPACK_COMPONENT_PROGRAMS_DESCRIPTION "event dispatcher of the Ura home-automation server
+ura_event sets one parameter of an Ura server on the same machine (a switch, a
+slider, a colour, a shutter, a thermostat, a schedule, a scene) by sending it
+one datagram. Scripts and timers run it once for each event.
+
+ura_listen takes the server's place and shows the events that arrive.")
+
+set(CPACK_DEBIAN_SDK_PACKAGE_NAME ura-sdk-dev)
+set(CPACK_DEBIAN_SDK_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_SDK_PACKAGE_DEPENDS "libc6-dev, libstdc++-12-dev | libstdc++-dev")
+set(CPACK_DEBIAN_SDK_PACKAGE_SUGGESTS "cmake, libutfcpp-dev, pkgconf")
+set(CPACK_COMPONENT_SDK_DESCRIPTION "SDK of the Ura home-automation server
+Headers and static libraries (C++20) for programs that work with an Ura
+server: the parameter model with its types and scenes, error logs, and the
+libraries for the operating system and for threads beneath them.
+
+Programs find it with find_package(ura) in CMake or with pkg-config ura.")
+
+include(CPack)
