@@ -4,6 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 #include <span>
 #include <vector>
 
@@ -44,7 +45,7 @@ constexpr const char* kHelp =
 
 [[noreturn]] void PrintAndExit(const tavString& text) {
   std::puts(text.c_str());
-  std::exit(EXIT_SUCCESS);
+  std::exit(EXIT_SUCCESS);  // NOLINT(concurrency-mt-unsafe): the program has one thread
 }
 
 // The value of an option, or the text that stands for it when the option is absent. An option that is present
@@ -164,6 +165,10 @@ unsigned int Application::Execute() {
   if (socket.Send(datagram.Data(), datagram.Size()) != static_cast<int>(datagram.Size())) {
     return kReport(tavon::tavError_OperationFailed, "Can not send UDP Data", function, 187);
   }
-  socket.Close();
+  try {
+    socket.Close();
+  } catch (const std::bad_alloc&) {
+    // No memory to report a failed close. The event is on its way all the same, and the status says so.
+  }
   return tavon::tavError_NoError;
 }

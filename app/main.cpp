@@ -1,16 +1,19 @@
-#include <cstdio>
+#include <csignal>
 #include <new>
 
 #include "application.h"
+#include "out_of_memory.h"
 
 int main(int argc, char** argv) {
+  // A record that cannot be written, to a pipe that nobody reads or a file at its size limit, must not end
+  // the program: the exit status still tells.
+  std::signal(SIGPIPE, SIG_IGN);
+  std::signal(SIGXFSZ, SIG_IGN);
   try {
     Application application;
     const unsigned int status = application.Init(argc, argv);
     return static_cast<int>(status != 0 ? status : application.Execute());
   } catch (const std::bad_alloc&) {
-    // Without memory there is no building a full record; its first lines still say what happened.
-    std::fputs("tavError Number : 5\nOut of memory.\n", stdout);
-    return tavon::tavError_OutOfMemory;
+    return PrintOutOfMemory();
   }
 }

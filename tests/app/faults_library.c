@@ -1,0 +1,68 @@
+// Preloaded under ura_event by tests/app/faults: gives it too little memory and another time.
+//
+// URA_FAIL_ALLOCATION=N   the Nth allocation since the program started fails, N+ all from there on
+// URA_TIME=SECONDS        the time of day
+//
+// A fault that was made is told on standard error, which the program itself never uses.
+#define _GNU_SOURCE  // RTLD_NEXT
+#include <dlfcn.h>
+#include <errno.h>
+#include <netdb.h>
+#include <stddef.h>
+#include <stdio.h>
+#include <stdlib.h>
+#include <time.h>
+#include <unistd.h>
+
+// What the C library itself allocates with, under the names below.
+extern void* __libc_malloc(size_t size);
+extern void* __libc_calloc(size_t count, size_t size);
+extern void* __libc_realloc(void* block, size_t size);
+
+static unsigned long failing;  // 0: none
+static unsigned long allocation;
+static int lasting;
+static int lookingUp;
+static struct hostent* (*libraryLookup)(const char* name);
+
+// Runs before the program's own constructors; what the loader allocates until then always succeeds.
+__attribute__((constructor)) static void ReadOrders(void) {
+  const char* const text = getenv("URA_FAIL_ALLOCATION");
+  char* rest = NULL;
+  *(void**)&libraryLookup = dlsym(RTLD_NEXT, "gethostbyname");
+  if (text == NULL) return;
+  allocation = 0;
+  failing = strtoul(text, &rest, 10);
+  lasting = *rest == '+';
+}
+
+static int Fails(void) {
+  ++allocation;
+  if (failing == 0 || allocation < failing || (allocation > failing && !lasting)) return 0;
+  if (allocation == failing) dprintf(STDERR_FILENO, "fault made%s\n", lookingUp ? " in the name lookup" : "");
+  errno = ENOMEM;
+  return 1;
+}
+
+void* malloc(size_t size) { return Fails() ? NULL : __libc_malloc(size); }
+
+void* calloc(size_t count, size_t size) { return Fails() ? NULL : __libc_calloc(count, size); }
+
+void* realloc(void* block, size_t size) { return Fails() ? NULL : __libc_realloc(block, size); }
+
+struct hostent* gethostbyname(const char* name) {
+  struct hostent* found = NULL;
+  lookingUp = 1;
+  found = libraryLookup(name);
+  lookingUp = 0;
+  return found;
+}
+
+time_t time(time_t* o_time) {
+  const char* const text = getenv("URA_TIME");
+  struct timespec now;
+  clock_gettime(CLOCK_REALTIME, &now);
+  if (text != NULL) now.tv_sec = (time_t)strtoll(text, NULL, 10);
+  if (o_time != NULL) *o_time = now.tv_sec;
+  return now.tv_sec;
+}
