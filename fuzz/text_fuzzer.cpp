@@ -142,7 +142,7 @@ void CheckCommon(const Case& in) {
   Text::DataCrypt(reinterpret_cast<unsigned char*>(buffer.data()), length, what);
   RequireEqual(buffer, scrambled, "DataCrypt");
 
-  const std::string printed = in.text.c_str() + ("|" + std::to_string(in.base));
+  const std::string printed = in.text.substr(0, in.text.find('\0')) + "|" + std::to_string(in.base);
   const std::string kept = printed.substr(0, in.position == 0 ? 0 : in.position - 1);
   Text format = in.with;
   RequireEqual<std::string>(format.AddFormat(in.position, "%s|%i", in.text.c_str(), in.base), in.with + kept,

@@ -7,7 +7,6 @@
 
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 // A plain socket bound to a UDP port of the loopback host (0: any free one), for what a program sends there.
 class LoopbackReceiver {
@@ -40,8 +39,8 @@ class LoopbackReceiver {
   }
 
   // The next datagram; empty when none comes within ten seconds.
-  std::vector<unsigned char> Receive() const {
-    std::vector<unsigned char> datagram(65536);
+  std::string Receive() const {
+    std::string datagram(65536, '\0');
     if (!HasDatagram(10000)) return {};
     datagram.resize(static_cast<std::size_t>(recv(m_descriptor, datagram.data(), datagram.size(), 0)));
     return datagram;

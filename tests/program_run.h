@@ -1,28 +1,22 @@
 #pragma once
 
 #include <fcntl.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
+#include <csignal>
 #include <stdexcept>
 #include <string>
-#include <vector>
 
-// A program started as a user would start it, with its standard output and standard error read through pipes.
+// A program started by a shell, as a user would start it, with its standard output and standard error read
+// through pipes unless the command sends them elsewhere.
 class ProgramRun {
  public:
-  enum class Input { Inherited, Closed };
-
-  ProgramRun(std::string path, std::vector<std::string> arguments, Input input = Input::Inherited,
-             const char* output = nullptr) {
-    arguments.insert(arguments.begin(), std::move(path));
-    std::vector<char*> argv;
-    for (std::string& argument : arguments) argv.push_back(argument.data());
-    argv.push_back(nullptr);
-
+  explicit ProgramRun(const std::string& command) {
+    std::string shell = "sh", option = "-c", text = "exec " + command;
+    char* argv[] = {shell.data(), option.data(), text.data(), nullptr};
     std::array<std::array<int, 2>, 2> pipes{};
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
@@ -31,12 +25,10 @@ class ProgramRun {
       posix_spawn_file_actions_adddup2(&actions, pipes[i][1], static_cast<int>(i) + STDOUT_FILENO);
       m_ends[i] = pipes[i][0];
     }
-    if (output != nullptr) posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, output, O_WRONLY, 0);
-    if (input == Input::Closed) posix_spawn_file_actions_addclose(&actions, STDIN_FILENO);
-    const int error = posix_spawn(&m_process, argv[0], &actions, nullptr, argv.data(), environ);
+    const int error = posix_spawn(&m_process, "/bin/sh", &actions, nullptr, argv, environ);
     posix_spawn_file_actions_destroy(&actions);
     for (const auto& ends : pipes) close(ends[1]);
-    if (error != 0) throw std::runtime_error("cannot start " + arguments[0]);
+    if (error != 0) throw std::runtime_error("cannot start " + command);
   }
   ~ProgramRun() {
     if (m_process > 0) {

@@ -31,7 +31,7 @@ std::int32_t ReadSigned32(const char* text, int base) {
 }
 
 float NarrowToFloat(double value) {
-  const volatile float narrowed = static_cast<float>(value);  // volatile: through memory, not a wide register
+  const volatile auto narrowed = static_cast<float>(value);  // volatile: through memory, not a wide register
   return narrowed;
 }
 

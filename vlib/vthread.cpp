@@ -136,6 +136,7 @@ bool VThread::State::End() {
   return autoRelease;
 }
 
+// NOLINTNEXTLINE(concurrency-mt-unsafe): unsafe only where it is made of SIGALRM, which it is not on Linux
 void VThread::SleepS(unsigned long seconds) { sleep(static_cast<unsigned int>(seconds)); }
 
 void VThread::SleepM(unsigned long milliseconds) { usleep(static_cast<std::uint32_t>(milliseconds) * 1000U); }

@@ -106,7 +106,7 @@ droError droBuildErrorLocation(droEError code, const droString& message, const c
     text.append("Line Number ---- : ");
     text.AddFormat(64, "%i\n", line).append("Custom Message - : ").append(message);
   }
-  return droError(code, text);
+  return {code, text};
 }
 
 droEError droErrorLog(const droError& error) {

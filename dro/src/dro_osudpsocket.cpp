@@ -27,7 +27,7 @@ constexpr int kWouldBlock = -2;
 timeval ToTimeval(unsigned int milliseconds) {
   timeval time{};
   time.tv_sec = milliseconds / 1000;
-  time.tv_usec = milliseconds % 1000 * 1000;
+  time.tv_usec = milliseconds % 1000 * 1000L;
   return time;
 }
 
@@ -67,7 +67,8 @@ droOsUdpSocket::droOsUdpSocket(const droEOsSocketType& type, int descriptor)
 
 droOsUdpSocket::~droOsUdpSocket() {
   try {
-    if (Close() != droError_NoError) kReport(droError_Network, "Can not close socket", "~droOsUdpSocket");
+    if (droOsUdpSocket::Close() != droError_NoError)
+      kReport(droError_Network, "Can not close socket", "~droOsUdpSocket");
   } catch (...) {
     // The log's level asks for exceptions, and none may leave a destructor. The descriptor is closed already.
   }
@@ -98,6 +99,7 @@ droEError droOsUdpSocket::SetTo(const droString& host, unsigned short port) {
   m_address.sin_addr.s_addr = inet_addr(name.c_str());
   // The limited-broadcast address reads as if it were no address and takes the way of the names, too.
   if (m_address.sin_addr.s_addr != INADDR_NONE) return droError_NoError;
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): one thread at a time looks up a name, see the class
   const hostent* const found = gethostbyname(name.c_str());
   if (found == nullptr || found->h_addrtype != AF_INET || found->h_length != sizeof(in_addr) ||
       found->h_addr_list[0] == nullptr) {
@@ -119,6 +121,7 @@ int droOsUdpSocket::Send(const void* data, unsigned int length) {
   return Transfer(send, length, "send error", "Send");
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it takes a datagram out of the socket
 int droOsUdpSocket::Receive(void* o_data, unsigned int size, droString* o_address, unsigned short* o_port) {
   if (!IsValid()) {
     kReport(droError_Network, "Socket is invalid", "Receive");
@@ -132,8 +135,10 @@ int droOsUdpSocket::Receive(void* o_data, unsigned int size, droString* o_addres
   const int count = Transfer(receive, size, "recv error", "Receive");
   if (count < 0) return count;
 
-  char address[INET_ADDRSTRLEN];
-  if (o_address != nullptr) *o_address = inet_ntop(AF_INET, &source.sin_addr, address, sizeof address);
+  if (o_address != nullptr) {
+    char dotted[INET_ADDRSTRLEN];
+    *o_address = inet_ntop(AF_INET, &source.sin_addr, dotted, sizeof dotted);
+  }
   if (o_port != nullptr) *o_port = ntohs(source.sin_port);
   return count;
 }

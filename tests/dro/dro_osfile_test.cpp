@@ -10,7 +10,7 @@ using std::string_literals::operator""s;
 using File = droOsFile;
 
 // Takes the place of the C++ library's, to be able to fail.
-static bool noMemory = false;
+bool noMemory = false;
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
   return noMemory || size > PTRDIFF_MAX / 2 ? nullptr : ::operator new[](size);
 }
@@ -32,10 +32,10 @@ TEST_F(DroOsFile, LastLineWithoutLineFeedIsReadButResultsInFalse) {
 
 TEST_F(DroOsFile, SettingThePositionResultsInAnErrorAndFailingInNone) {
   File file(path, "w+");
-  EXPECT_EQ(file.WriteText("%s%d", "01234567", 89), 10);
-  unsigned char bytes[99];
+  unsigned char bytes[99] = {'8', '9'};
+  EXPECT_TRUE(file.WriteText("%s%d", "012345", 67) == 8 && file.Write(bytes, 2) == 2 && !file.IsEof());
   ExpectReport(2, "Setting pointer to start" + noEntry, [&] { return file.SetToStart(); });
-  EXPECT_EQ(file.Read(bytes, 99), 10);
+  EXPECT_TRUE(file.Read(bytes, 99) == 10 && bytes[9] == '9' && file.IsEof());
   ExpectReport(2, "Setting pointer to 5" + noEntry, [&] { return file.SetTo(5); });
   ExpectReport(2, "Advanced pointer about -3" + noEntry, [&] { return file.Advance(-3); });
   EXPECT_EQ(file.GetPosition(), 2);
@@ -51,8 +51,14 @@ TEST_F(DroOsFile, ReportsWhatFails) {
   const auto invalid = "tavFile handle is invalid, == 0" + noEntry;
   const auto noSpace = "\nStd Error 28 No space left on device"s,
              print = "can no write data to file" + noSpace;
-  File none;
-  ExpectReport(3, invalid, [&] { return none.Read({}, 1) + none.WriteText("a") + none.SetToEnd(); });
+  File none, file("/dev/zero", "r");
+  ExpectReport(-2, invalid, [&] { return none.Read({}, 1) + none.Write({}, 1); });
+  ExpectReport(4, invalid, [&] { return none.WriteText("a") + none.SetToEnd(); });
+  ExpectReport(1, invalid, [&] { return none.ReadNextLine({}) + none.IsEof(); });
+  ExpectReport(-1, "o_pBuffer pointer == 0", [&] { return file.Read(nullptr, 1); });
+  ExpectReport(-1, "pBuffer pointer == 0", [&] { return file.Write(nullptr, 1); });
+  ExpectReport(0, "io_size pointer == 0", [&] { return file.ReadNextLine(nullptr); });
+  ExpectReport(7, "io_source pointer == 0", [] { return File::GetFileTextSource("/", nullptr); });
   ExpectReport(-1, print, [] { return File::AppendToFile("/dev/full", "%99999d", 1); });
   ExpectReport(2, "Invalid copy file: " + path, copy(path, other));
   WriteFile(path, "a");
@@ -72,8 +78,10 @@ TEST_F(DroOsFile, ReportsWhatFails) {
 TEST_F(DroOsFile, FailedCloseKeepsALiveHandleThatIsFreedInTheEnd) {
   const int descriptor = fileno(File(path, "w"));
   droError::Level = 4;  // a log that throws
-  File("/dev/full", "w").WriteText("lost");
+  const auto lose = [] { return File("/dev/full", "w").WriteText("lost"); };
+  lose();
   droError::Level = 1;
+  ExpectReport(4, "can not close the file handle", lose);
   EXPECT_EQ(fileno(File(path, "w")), descriptor);
   File file("/dev/full", "w");
   ExpectReport(2, "Can not close file handle", [&] { return file.WriteText("lost"), file.Close(); });

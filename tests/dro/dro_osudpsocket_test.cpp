@@ -51,8 +51,7 @@ TEST(DroOsUdpSocket, DestinationIsReadFromHostAndPort) {
     EXPECT_EQ(socket.Send("x", 1), 1);
     return destination + " " + lookedUp;
   };
-  EXPECT_EQ(sentTo("10.1.2.3:16549"), "10.1.2.3:16549 ");
-  EXPECT_EQ(sentTo("10.1.2.3"), "10.1.2.3:99 ");
+  EXPECT_EQ(sentTo("10.1.2.3:16549") + sentTo("10.1.2.3"), "10.1.2.3:16549 10.1.2.3:99 ");
   EXPECT_EQ(sentTo(" myhost :80:81"), "10.1.2.3:80 myhost");
   EXPECT_EQ(sentTo("255.255.255.255"), "255.255.255.255:99 255.255.255.255");
   ExpectFailure(10, "SetTo", "gethostbyname failed", [&] { EXPECT_EQ(socket.SetTo("nohost:80", 99), 10); });
@@ -74,8 +73,7 @@ TEST(DroOsUdpSocket, ExchangesDatagramsUnderTimeOuts) {
   droOsUdpSocket socket(droOsSocketType_Udp, descriptor);
   socket.SetTo("127.0.0.1", ntohs(own.sin_port));
   EXPECT_TRUE(socket.IsReadyToSend(10000) && !socket.IsReadyToReceive(1));
-  EXPECT_TRUE(socket.Send("ab\0cd", 5) == 5 && socket.Send(nullptr, 0) == 0 &&
-              socket.IsReadyToReceive(10000));
+  EXPECT_TRUE(socket.Send("ab\0cd", 5) + socket.Send(nullptr, 0) == 5 && socket.IsReadyToReceive(10000));
   char buffer[] = "------";
   droString source;
   unsigned short port = 0;
@@ -87,12 +85,15 @@ TEST(DroOsUdpSocket, ExchangesDatagramsUnderTimeOuts) {
   EXPECT_TRUE(socket.SetReceiveTimeOut(1500) && socket.SetSendTimeOut(2500) && socket.SetBroadcast(true));
   EXPECT_NEAR(socket.GetReceiveTimeOut(), 1500, 10) << "the kernel rounds up";
   EXPECT_NEAR(socket.GetSendTimeOut(), 2500, 10);
+  const int space = 5000;
+  setsockopt(descriptor, SOL_SOCKET, SO_SNDBUF, &space, sizeof space);
+  EXPECT_EQ(socket.GetMaxMessageSize(), 10000U) << "the kernel takes twice of it";
   EXPECT_EQ(socket.Close(), droError_NoError);
 }
 
 TEST(DroOsUdpSocket, InterruptedSendIsRepeatedUnlessEmpty) {
   droOsUdpSocket socket;
-  const auto send = [&](droArray<int> failures, unsigned int length, int result) {
+  const auto send = [&](const droArray<int>& failures, unsigned int length, int result) {
     errors = failures;
     EXPECT_EQ(socket.Send("abc", length), result);
   };
@@ -109,7 +110,7 @@ TEST(DroOsUdpSocket, WithoutDescriptorEverythingIsRefused) {
   ExpectFailure(10, "Send", "Socket is invalid[.]", [&] { EXPECT_EQ(none.Send("x", 1), -1); });
   ExpectFailure(10, "Receive", "Socket is invalid", [&] { EXPECT_EQ(none.Receive({}, 0, {}, {}), -1); });
   ExpectFailure(10, "SetBroadcast", "Socket is invalid[.]", [&] { EXPECT_FALSE(none.SetBroadcast(true)); });
-  ExpectFailure(10, "GetSendTimeOut", "Socket is invalid[.]", [&] { EXPECT_EQ(none.GetSendTimeOut(), 0u); });
+  ExpectFailure(10, "GetSendTimeOut", "Socket is invalid[.]", [&] { EXPECT_EQ(none.GetSendTimeOut(), 0U); });
   ExpectFailure(10, "IsReadyToSend", "Socket is not valid[.]", [&] { EXPECT_FALSE(none.IsReadyToSend(0)); });
 }
 
@@ -123,10 +124,13 @@ TEST(DroOsUdpSocket, DescriptorZeroIsGivenBackAndAFailedOneCountsAsValid) {
   });
   dup2(standardInput, 0);
   close(standardInput);
-  ExpectFailure(10, "IsReadyToReceive", "select\\(...\\) failed\nStd Error 9 Bad file descriptor", [] {
-    const droOsUdpSocket failed(droOsSocketType_Udp, -1);
-    EXPECT_TRUE(failed.IsValid() && !failed.IsReadyToReceive(0));
-  });
+  const auto use = [] {
+    droOsUdpSocket failed(droOsSocketType_Udp, -1);
+    EXPECT_TRUE(failed.IsValid() && !failed.IsReadyToReceive(0) && !failed.SetBroadcast(true));
+    EXPECT_EQ(failed.GetMaxMessageSize(), 0U);
+  };
+  for (const char* const function : {"IsReadyToReceive", "SetBroadcast", "GetMaxMessageSize"})
+    ExpectFailure(10, function, "[gs]e.*\\(...\\) failed\nStd Error 9 Bad file descriptor", use);
 }
 
 TEST(DroOsUdpSocket, CloseForgetsTheDescriptorWhateverFails) {

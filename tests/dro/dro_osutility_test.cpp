@@ -1,7 +1,8 @@
 #include "dro_osutility.h"
 
-#include <signal.h>
 #include <sys/wait.h>
+
+#include <csignal>
 
 #include "expect_report.h"
 #include "resource_limit.h"
@@ -10,6 +11,8 @@
 using namespace dro;
 using std::string_literals::operator""s;
 using U = droOsUtility;
+
+extern "C" long gethostid() { return -7; }  // the real one may ask the network for this machine
 
 TEST(DroOsUtility, CommandsLoseNoOutputAndLeaveNoChild) {
   droString output = ">";
@@ -27,13 +30,15 @@ TEST(DroOsUtility, RunsTheSystemsCommandsAsTold) {
   StandIns standIns;
   standIns.Add("grep");
   standIns.Add("awk");
-  standIns.Add("cat", "printf 'model: 1\\nSerial\\t: 00a7b\\nSerial: 2\\n'");
-  standIns.Add("df", "printf '/dev/sda1 12345m 1M\\n/dev/sda1 7M 1M\\n/dev/sdb1 9M 1M\\n'");
+  standIns.Add("cat", R"(printf 'model: 1\nSerial\t: 00a7b\nSerial: 2\n')");
+  standIns.Add("df", R"(printf '/dev/sda1 12345m 1M\n/dev/sda1 7M 1M\n/dev/sdb1 9M 1M\n')");
   standIns.Add("mv", "exit 3");
   EXPECT_EQ(U::GetCpuSerial(), "00a7b");
   EXPECT_EQ(standIns.Calls(), "cat /proc/cpuinfo\ngrep Serial\n");
   EXPECT_EQ(U::GetSourceSize("/dev/sda1"), 12345U);
   EXPECT_EQ(standIns.Calls(), "awk {print $2}\ndf -B M\ngrep /dev/sda1\n");
+  ExpectReport(0, "Can not open system pipe",
+               [] { return Without(RLIMIT_NOFILE, [] { return U::GetSourceSize("/dev/sda1"); }); });
   EXPECT_EQ(U::FileMove("a", "b"), 3 << 8);
   EXPECT_EQ(standIns.Calls(), "mv a b\n");
   standIns.Add("cat", "");
@@ -49,6 +54,9 @@ TEST(DroOsUtility, RunsScriptsThatCouldBeWritten) {
   ExpectReport(2, "Can not write all data a", run("a\n\0b"s));
   signal(SIGXFSZ, SIG_IGN);  // the disk is full
   ExpectReport(2, "Can not close file handle", [&] { return Without(RLIMIT_FSIZE, run("echo a")); });
+  std::filesystem::remove(path);
+  std::filesystem::create_symlink("/proc/self/comm", path);  // which is nobody's to make executable
+  ExpectReport(2, "Can not set chmod " + path + "\nStd Error 1 Operation not permitted", run("a"));
   EXPECT_EQ(out, "a long one\n%s\n" + path + "\n");
 }
 
@@ -69,18 +77,24 @@ TEST(DroOsUtility, ListsFoldersUntilTheyEndOrVanish) {
   EXPECT_EQ(U::FileDelete(file.c_str()), 0);
   ExpectReport(2, "Can not delete file", [&] { return U::FileDelete(file.c_str()); });
   std::filesystem::remove_all(path);
-  EXPECT_EQ(folder.GetFirstFile(&entry), 0);
-  EXPECT_EQ(entry.GetName(), "");
+  EXPECT_TRUE(folder.GetFirstFile(&entry) == 0 && entry.GetName().empty());
   ExpectReport(2, "Can not get folder " + path, [&] { return U::GetFolder(path, &folder); });
-  const auto openBroken = [&] {  // its descriptor is closed beneath it
+  const auto openBroken = [](U::Folder& broken) {  // its descriptor is closed beneath it
     const int descriptor = dup(2);
     close(descriptor);
-    return folder.open("/") == 0 && close(descriptor) == 0;
+    return broken.open("/") == 0 && close(descriptor) == 0;
   };
   const std::string next = "Can not get next file\nStd Error 9 Bad file descriptor";
-  ExpectReport(2, next, [&] { return openBroken(), folder.GetNextFile(&entry), folder.close(); });
+  ExpectReport(2, next, [&] { return openBroken(folder), folder.GetNextFile(&entry), folder.close(); });
   ExpectReport(2, next, [&] { return folder.GetFirstFile(&entry); });
-  ExpectReport(2, "can not close directory ", [&] { return openBroken(), folder.open("/"); });
+  ExpectReport(2, "can not close directory ", [&] { return openBroken(folder), folder.open("/"); });
+  ExpectReport(14, "io_pFolderFile == 0",
+               [&] { return folder.GetFirstFile(nullptr) + folder.GetNextFile(nullptr); });
+  const auto leave = [&] { return openBroken(*std::make_unique<U::Folder>()); };
+  ExpectReport(1, "can not close directory ", leave);
+  droError::Level = 4;
+  leave();  // no exception leaves a destructor
+  droError::Level = 1;
 }
 
 TEST(DroOsUtility, TellsAboutPathsAndTheMachine) {
@@ -90,7 +104,9 @@ TEST(DroOsUtility, TellsAboutPathsAndTheMachine) {
   droArray<droString> macs;
   droString found, all;
   U::ExecuteCommandLine("cd /sys/class/net; cat $(ls -U | sed s,$,/address,) | grep -v ^00:00:00", &all);
-  EXPECT_EQ(U::GetMacAddress(&macs), 0);
+  const auto getMacs = [&] { return U::GetMacAddress(&macs); };
+  ExpectReport(2, "Can not get folder", [&] { return Without(RLIMIT_NOFILE, getMacs); });
+  EXPECT_TRUE(getMacs() == 0 && U::GetHostID() == -7);
   for (const droString& mac : macs) found += mac + "\n";
   EXPECT_EQ(found, all);
 }

@@ -21,8 +21,10 @@ extern "C" time_t time(time_t* o_now) noexcept {
 TEST(DroTime, MillisecondsAreExtendedWithTheirSign) {
   unsigned long long milliseconds = 0;
   droTime::GetHiResTime(&milliseconds);
-  EXPECT_EQ(milliseconds, 18446744071702315243u);
-  EXPECT_EQ(droTime::GetTime(), 2287730923u);
+  EXPECT_EQ(milliseconds, 18446744071702315243U);
+  EXPECT_EQ(droTime::GetTime(), 2287730923U);
+  droTime::GetTimePerSecond(&milliseconds);
+  EXPECT_EQ(milliseconds, 1000000U) << "of another clock: intended";
 }
 
 TEST(DroTime, DateCountsFromZeroInPartsAndFromOneInTheStructure) {
@@ -46,9 +48,9 @@ TEST(DroTime, RemainingTimeEndsAtTheNextStepOfTheClock) {
     clockOfTest = kStart;
     return milliseconds;
   };
-  EXPECT_EQ(remaining(7, 30, 5), 150000u);
-  EXPECT_EQ(remaining(56, 0, 7), 420000u) << "a whole step on the step itself";
-  EXPECT_EQ(remaining(57, 0, 7), 180000u) << "the full hour is a step of every clock";
-  EXPECT_EQ(remaining(7, 30, 61), 3150000u);
-  EXPECT_EQ(remaining(7, 30, 0), 30000u);
+  EXPECT_EQ(remaining(7, 30, 5), 150000U);
+  EXPECT_EQ(remaining(56, 0, 7), 420000U) << "a whole step on the step itself";
+  EXPECT_EQ(remaining(57, 0, 7), 180000U) << "the full hour is a step of every clock";
+  EXPECT_EQ(remaining(7, 30, 61), 3150000U);
+  EXPECT_EQ(remaining(7, 30, 0), 30000U);
 }

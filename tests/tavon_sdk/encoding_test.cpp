@@ -83,19 +83,14 @@ TEST(Encoding, OfSchedules) {
   EXPECT_EQ(data[0], 2);
   data.erase(data.begin());
   EXPECT_THAT(data, Each(9)) << "a text without comma says nothing about the set-points";
-
   tavParameterFactory::StringToData(tavObject_ParameterThermoChronoWeek, "1,20.5,,21", &data);
-  ASSERT_EQ(data.size(), 673u);
-  EXPECT_EQ(data[0], 1);
+  EXPECT_TRUE(data.size() == 673 && data[0] == 1);
   EXPECT_TRUE(SetPoint(data, 0) == 20.5F && SetPoint(data, 1) == 0.0F && SetPoint(data, 2) == 21.0F);
   EXPECT_THAT(Bytes(data.begin() + 13, data.end()), Each(0)) << "a list says something about all of them";
-
   tavString list = "x";
   for (int i = 1; i <= 200; ++i) list += "," + tavString::FromInt(i);
   data = Encode("parameterthermochronoweek", list);
-  ASSERT_EQ(data.size(), 673u);
-  EXPECT_EQ(data[0], 0);
-  EXPECT_EQ(SetPoint(data, 167), 168.0F);
+  EXPECT_TRUE(data.size() == 673 && data[0] == 0 && SetPoint(data, 167) == 168.0F);
 }
 
 }  // namespace

@@ -27,7 +27,8 @@ void LiveInAHouse(unsigned int number) {
   std::vector<std::unique_ptr<tavIParameter>> parameters;
   Counting<tavParameterShutter> shutter;
   Counting<tavParameterSwitchRelease> release;
-  Counting<tavParameterVRScene> onThread, direct;
+  Counting<tavParameterVRScene> onThread;
+  tavParameterVRScene direct;
   const unsigned char data[] = {3, 1, 2, 4};
   for (int type = tavObject_ParameterSwitch; type <= tavObject_ParameterCamera; ++type) {
     parameters.emplace_back(tavParameterFactory::CreateByType(static_cast<tavEObject>(type)));
@@ -35,7 +36,7 @@ void LiveInAHouse(unsigned int number) {
     driver.AddDrivenMapItem(tavCodeOperator_NotEqual, &data[3], 1, data, 4);
     driver.SetDrivenTarget(parameters.back().get());
   }
-  for (tavParameterVRScene* scene : {&onThread, &direct}) {
+  for (tavParameterVRScene* scene : {&direct, static_cast<tavParameterVRScene*>(&onThread)}) {
     scene->BuildScene_Begin();
     if (scene == &onThread) scene->BuildScene_AddWait(10);
     scene->BuildScene_AddSetParameter(parameters[0].get(), data, 1);

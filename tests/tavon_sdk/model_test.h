@@ -36,7 +36,7 @@ struct LockOf : tavObject {
   }
   static bool IsFree(tavObject& object) {  // an object's own thread may have the lock for moments
     int tries = 0;
-    while (IsHeld(object) && ++tries < 10000) continue;
+    while (tries < 10000 && IsHeld(object)) ++tries;
     return tries < 10000;
   }
 };

@@ -1,5 +1,6 @@
 // What all types of parameters share.
 #include <array>
+#include <cstring>
 #include <functional>
 #include <memory>
 
@@ -12,8 +13,7 @@ struct Type {
   std::function<const void*(Prm&)> cast;
   tavEError (*set)(Prm*, const tavString&);
   tavEError (*encode)(const tavString&, unsigned char*);
-  std::array<int, 5>
-      lines;  // of reports: text, SetDataValue, GetDataValue, comparison, encoding without buffer
+  std::array<int, 5> lines;  // of reports: text, SetDataValue, GetDataValue, comparison, no buffer
   std::string text, other;
   const char* relations;  // the operators, 1 to 6, that hold (1) or not (0) between the values of the texts
 };
@@ -32,9 +32,9 @@ static const Type kTypes[] = {
     Row(&Prm::GetParameterSliderPtr, {40, 82, 86, 105, 18}, "0.75", "0.5", "110001"),
     Row(&Prm::GetParameterColorPtr, {48, 94, 98, 121, 19}, "0x01020304", "0x01020305", "000001"),
     Row(&Prm::GetParameterInfoPtr, {31, 77, 81, 118, 15}, "abc", "z", "110001"),
-    Row(&Prm::GetParameterShutterPtr, {43, 84, 88, 104, 26}, "2", "2", "010110"),
+    Row(&Prm::GetParameterShutterPtr, {43, 84, 88, 99, 26}, "2", "2", "010110"),
     Row(&Prm::GetParameterThermoPtr, {36, 82, 86, 97, 17}, "0", "-0", "010101"),  // = is of bytes: intended
-    Row(&Prm::GetParameterThermoChronoWeekPtr, {72, 98, 102, 211, 25}, "1,20.5,0,", "1,20.5", "000010"),
+    Row(&Prm::GetParameterThermoChronoWeekPtr, {72, 98, 102, 211, 25}, "1,20.25,0,", "1,20.25", "000010"),
     Row(&Prm::GetParameterHDScenePtr, {36, 82, 86, 97, 17}, "1", "1", "010110"),
     Row(&Prm::GetParameterVRScenePtr, {44, 90, 94, 148, 28}, "200", "100", "110001"),
     Row(&Prm::GetParameterAlertPtr, {38, 84, 88, 99, 19}, "1", "0", "110001"),
@@ -53,6 +53,7 @@ INSTANTIATE_TEST_SUITE_P(All, ParameterTypes, testing::Range(0, 14));
 
 TEST_P(ParameterTypes, AreOfOneTypeAndSetFromTextByNoOther) {
   EXPECT_TRUE(parameter->IsObject(id) && parameter->GetTypeName() == type.name && parameter->IsValid());
+  EXPECT_FALSE(parameter->IsChangedByCallBack());
   EXPECT_EQ(Factory::TypeNameToId(type.name.GetUpCase()), id);
   EXPECT_EQ(Factory::IdToTypeName(id), type.name);
   for (const Type& other : kTypes) {
@@ -76,11 +77,12 @@ TEST_P(ParameterTypes, CompareByOperator) {
   const unsigned int size = parameter->GetDataSize();
   std::vector<unsigned char> other(size);
   parameter->GetDataCopy(other.data());
+  EXPECT_EQ(std::memcmp(parameter->GetData(), other.data(), size), 0);
   parameter->SetDataFromString(type.text);
   const auto expect = [&](int op, bool holds) {
     EXPECT_EQ(parameter->Comparison(Op(op), other.data(), size), holds) << op;
     const unsigned int less = isText ? 0 : size - 1;
-    EXPECT_FALSE(parameter->Comparison(Op(op), nullptr, 9) || parameter->Comparison(Op(op), &other[0], less));
+    EXPECT_FALSE(parameter->Comparison(Op(op), {}, 9) || parameter->Comparison(Op(op), other.data(), less));
   };
   for (int op = 1; op <= 6 && !isCamera; ++op)
     EXPECT_EQ(CapturedOutput([&] { expect(op, type.relations[op - 1] == '1'); }), "");

@@ -22,7 +22,7 @@ struct Color : tavParameterColor {
 
 TEST(TavParameterColor, PacksItsComponentsAndCallsItsHookWhileDirty) {
   Color color;
-  for (const unsigned int value : {0x80u, 0x10000u, 0x10000u})  // the change before is not taken over yet
+  for (const unsigned int value : {0x80U, 0x10000U, 0x10000U})  // the change before is not taken over yet
     color.SetValue(value);
   color.IsDirty(false);
   color.SetValue(0, 1, 0, 0);
@@ -49,6 +49,7 @@ TEST(TavParameterAlert, CallsItsHookOnEveryActiveWriteInEitherSense) {
   alert.SetValue(0);
   alert.SetSeverity(tavSeverity_Alarm);
   alert.SetMessage(L"\u00E9<");
+  EXPECT_TRUE(alert.IsInverted() && alert.GetSeverity() == 2 && alert.GetMessage() == "\xC3\xA9<");
   EXPECT_EQ(alert.SerializeParametersAsXml(),
             "<flags>00000001</flags><value>0</value><invert>1</invert><severity>2</severity>"
             "<message>\xC3\xA9<</message>");
@@ -61,6 +62,7 @@ TEST(TavParameterCamera, ChoosesTheUrlForAClient) {
   camera.SetRemoteUrl("far");
   camera.IsDirty(false);
   camera.SetRemoteUrl(L"far");
+  camera.SetLocalUrl("");
   EXPECT_TRUE(!camera.IsDirty() && camera.GetUrl("10.0.0.1") == "far") << "the only one";
   camera.SetLocalUrl(L"\u00E9");
   camera.AddLocalNetwork("192.168.1");
@@ -68,7 +70,7 @@ TEST(TavParameterCamera, ChoosesTheUrlForAClient) {
   ExpectReport(6, "strIp is not valid ip! host", "ParameterCamera", "GetUrl", 131,
                [&] { EXPECT_EQ(camera.GetUrl("host"), ""); });
   camera.SetRemoteUrl("");
-  EXPECT_TRUE(camera.IsDirty() && camera.GetUrl("1.2.3.4") == "\xC3\xA9") << "the only one";
+  EXPECT_TRUE(camera.IsDirty() && camera.GetRemoteUrl().empty() && camera.GetUrl("1.2.3.4") == "\xC3\xA9");
   camera.SetDataFromString("text");
   EXPECT_EQ(camera.GetLocalUrl(), "\1") << "all that its encoder says of a text: intended";
 }

@@ -1,5 +1,6 @@
 // The two string classes side by side: what they share gives the same, what differs differs on purpose.
 #include <gmock/gmock.h>
+#include <utf8.h>
 
 #include "dro_string.h"
 #include "tav_string.h"
@@ -9,8 +10,6 @@ using dro::droString;
 using tavon::tavArray;
 using tavon::tavString;
 using testing::ElementsAre;
-
-namespace {
 
 TEST(StringClasses, TrimByTheirOwnRules) {
   const struct {
@@ -41,8 +40,8 @@ TEST(StringClasses, OnlyTheOsLibraryDropsEmptyPieces) {
   droString("").GetSplit(&dro, ", ");
   tavString("a").GetSplit(&tav, "");
   tavString("a").GetSplit(nullptr, ",");
-  EXPECT_EQ(tav.size(), 6u) << "an empty text is one piece, an empty separator gives none";
-  EXPECT_EQ(dro.size(), 5u);
+  EXPECT_EQ(tav.size(), 6U) << "an empty text is one piece, an empty separator gives none";
+  EXPECT_EQ(dro.size(), 5U);
 }
 
 TEST(StringClasses, ReadNumbersOfThirtyTwoBits) {
@@ -52,13 +51,13 @@ TEST(StringClasses, ReadNumbersOfThirtyTwoBits) {
     std::uint32_t unsignedLong;
   } cases[] = {
       {" 12abc", 12, 12, 12},
-      {"-1", -1, -1, 4294967295u},
+      {"-1", -1, -1, 4294967295U},
       {"-4294967295", INT32_MIN, 1, 1},
-      {"-4294967296", INT32_MIN, 0, 4294967295u},
-      {"3000000000", INT32_MAX, -1294967296, 3000000000u},  // the OS library keeps the low 32 of 64 bits
-      {"4294967296", INT32_MAX, 0, 4294967295u},
-      {"99999999999999999999", INT32_MAX, -1, 4294967295u},
-      {"-99999999999999999999", INT32_MIN, 0, 4294967295u},
+      {"-4294967296", INT32_MIN, 0, 4294967295U},
+      {"3000000000", INT32_MAX, -1294967296, 3000000000U},  // the OS library keeps the low 32 of 64 bits
+      {"4294967296", INT32_MAX, 0, 4294967295U},
+      {"99999999999999999999", INT32_MAX, -1, 4294967295U},
+      {"-99999999999999999999", INT32_MIN, 0, 4294967295U},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(tavString::AsInt(c.text, 10), c.tavInt) << c.text;
@@ -88,6 +87,29 @@ TEST(StringClasses, PrintNumbersAlike) {
   EXPECT_EQ(droString::FromLong(-5), "-5");
 }
 
+template <class String>
+static void ExpectUtf8(void (*charToWide)(wchar_t*, unsigned int, const char*, unsigned int)) {
+  EXPECT_EQ(String::FromUTF8("a\u00E9\u20AC\U0001F600"), L"a\u00E9\u20AC\U0001F600");
+  EXPECT_EQ(String::AsUTF8(L"a\u00E9\u20AC\U0001F600"), "a\u00E9\u20AC\U0001F600");
+  EXPECT_THROW(String::FromUTF8("a\xFF"), utf8::invalid_utf8);
+  EXPECT_THROW(String::FromUTF8("a\xE2\x82"), utf8::exception);
+  EXPECT_THROW(String::FromUTF8("\xED\xA0\x80"), utf8::invalid_code_point);
+  EXPECT_THROW(String::AsUTF8(L"\x110000"), utf8::invalid_code_point);
+  wchar_t buffer[] = L"????";
+  String::AsWide("\u00E9bcd", buffer, 4);
+  EXPECT_EQ(buffer, std::wstring(L"\u00E9bc"));
+  charToWide(buffer, 3, "\u00E9yz", 1);
+  EXPECT_EQ(buffer, std::wstring(L"\u00E9"));
+  charToWide(buffer, 1, "a", 1);
+  charToWide(buffer, 0, "a", 1);
+  EXPECT_EQ(std::wstring(buffer, 4), std::wstring(L"\0\0c\0", 4)) << "nothing behind the capacity";
+}
+
+TEST(StringClasses, ConvertUtf8Alike) {
+  ExpectUtf8<tavString>(tavon::CharToWide);
+  ExpectUtf8<droString>(dro::CharToWide);
+}
+
 TEST(StringClasses, ScrambleAlike) {
   const tavString secret = std::string("A\0\xFFz", 4);
   EXPECT_EQ(tavString("AAA").SetCrypt("ab"), "BBB");
@@ -102,5 +124,3 @@ TEST(StringClasses, ScrambleAlike) {
   droString::DataDeCrypt(bytes, 2, "ab");
   EXPECT_THAT(bytes, ElementsAre('A', 0, 0xFF));
 }
-
-}  // namespace

@@ -13,12 +13,15 @@ TEST(TavObject, NotifiesWhenAChangeIsTakenOverAndNotWhenItIsMade) {
   object.SetFlags(0);  // tells nobody
   object.AddFlags(0x85);
   object.RemoveFlags(0x06);
-  EXPECT_EQ(object.SerializeParametersAsXml(), "<flags>10000001</flags>");
-  EXPECT_EQ(object.notices, 1);
+  EXPECT_EQ(object.SerializeAsXml(),
+            "<Object uid=\"0\" type=\"0\" name=\"\" pref=\"\" suff=\"\"><parameters>"
+            "<flags>10000001</flags></parameters></Object>");
+  EXPECT_TRUE(object.notices == 1 && object.GetFlags() == 0x81 && object.IsValid());
 }
 
 TEST(TavObject, DescribesItself) {
   tavParameterSwitch lamp;
+  lamp.SetUserData(&lamp);
   lamp.SetUniqueID(12);
   lamp.SetName(L"Lamp");
   EXPECT_TRUE(lamp.GetPrefix().empty() && lamp.GetName() == L"Lamp" && !lamp.IsDirty());
@@ -34,5 +37,5 @@ TEST(TavObject, DescribesItself) {
   EXPECT_NE(lamp.SerializeAsXml().find("name=\"\xC3\xA9\"<\" pref=\"p.\" suff=\"-s\">"), tavString::npos);
   lamp.SetName(std::wstring(1, static_cast<wchar_t>(0x110000)).c_str());
   EXPECT_ANY_THROW(lamp.SerializeAsXml());
-  EXPECT_TRUE(LockOf::IsFree(lamp)) << "after a name that is no text";
+  EXPECT_TRUE(LockOf::IsFree(lamp) && lamp.GetUserData() == &lamp) << "after a name that is no text";
 }

@@ -13,12 +13,12 @@ TEST(TavParameterFactory, KnowsFullNamesOnly) {
 
 TEST(TavParameterFactory, RefusesToConvertWithoutTextBufferOrType) {
   std::vector<unsigned char> data{7};
-  const auto expect = [](int code, int line, const char* message, const char* text, auto* buffer) {
-    ExpectReport(code, message, "ParameterFactory", "StringToData", line,
-                 [&] { EXPECT_EQ(Factory::StringToData(static_cast<tavEObject>(999), text, buffer), code); });
+  const auto convert = [&](const char* text, bool hasBuffer, int code) {
+    const auto id = static_cast<tavEObject>(999);
+    return [=, &data] { EXPECT_EQ(Factory::StringToData(id, text, hasBuffer ? &data : nullptr), code); };
   };
-  expect(6, 112, "strData == \"\"", "", static_cast<std::vector<unsigned char>*>(nullptr));
-  expect(6, 113, "io_data == 0", "1", static_cast<std::vector<unsigned char>*>(nullptr));
-  expect(1, 173, "Parameter id not found", "1", &data);
+  ExpectReport(6, R"(strData == "")", "ParameterFactory", "StringToData", 112, convert("", false, 6));
+  ExpectReport(6, "io_data == 0", "ParameterFactory", "StringToData", 113, convert("1", false, 6));
+  ExpectReport(1, "Parameter id not found", "ParameterFactory", "StringToData", 173, convert("1", true, 1));
   EXPECT_EQ(data, std::vector<unsigned char>{7});
 }

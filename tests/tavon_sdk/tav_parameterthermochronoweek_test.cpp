@@ -1,9 +1,11 @@
 #include <sys/time.h>
 
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <thread>
 
+#include "dro_time.h"
 #include "model_test.h"
 #include "tav_time.h"
 
@@ -91,6 +93,32 @@ TEST(TavParameterThermoChronoWeek, AppliesTheNextHourASecondEarly) {
     schedule.ExpectAt(c.due + 86400000000, {});
   }
   clockStandsAt = 0;
+}
+
+TEST(TavParameterThermoChronoWeek, TellsTheSetPointsOfADay) {
+  Schedule schedule;
+  schedule.SetDataFromString("0");  // on or off: the set-points stay
+  std::array<float, 24> points{};
+  for (int day = 0; day < 9; ++day) {  // 0 and 8 are none
+    schedule.GetDay(static_cast<Schedule::EDays>(1 << day), points.data());
+    EXPECT_EQ(points[23], day == 0 ? 0 : day == 8 ? 623 : 100 * day - 77) << day;
+  }
+  ExpectThrownReport(schedule, [&] { schedule.GetDay(Schedule::Days_Monday, nullptr); });
+}
+
+TEST(Time, IsTakenApartAlike) {
+  unsigned long seconds = 0, hours = 0;
+  long microseconds = 0;
+  unsigned int droHours = 0;
+  unsigned char parts[4];
+  clockStandsAt = At(2014, 4, 8, 10, 15, 2) + 7;
+  EXPECT_EQ(tavTime::GetDateTime(), "Tue Apr  8 10:15:02 2014\n") << "with its line feed: intended";
+  tavTime::GetTime(&seconds, &microseconds);
+  clockStandsAt = 0;
+  tavTime::FormatSeconds(seconds, &hours, &parts[0], &parts[1]);
+  dro::droTime::FormatSeconds(1396952102, &droHours, &parts[2], &parts[3]);
+  EXPECT_TRUE(hours == 388042 && droHours == hours && microseconds == 7);
+  EXPECT_TRUE(parts[0] == 15 && parts[1] == 2 && parts[2] == 15 && parts[3] == 2);
 }
 
 }  // namespace

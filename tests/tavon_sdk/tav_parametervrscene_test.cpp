@@ -60,6 +60,16 @@ TEST(TavParameterVRScene, ReportsWhatCannotBeBuilt) {
          [&] { return scene.BuildScene_End(); });
   expect(1, 200, "BuildScene_AddWait", "You musy to call BuildScene_Begin", wait);
   expect(1, 213, addSet, "You musy to call BuildScene_Begin", [&] { return scene.AddSet(0); });
+  tavVirtualItemParameter item;
+  ExpectReport(6, "!m_pPrm || !pBuffer || m_dwSize == 0", "VirtualItemParameter", "SetParameter", 28,
+               [&] { EXPECT_EQ(item.SetParameter(scene.targets, nullptr, 1), 6); });
+  ExpectReport(6, "!m_pData || !m_pPrm || m_dwSize == 0", "VirtualItemParameter", "Execute", 44,
+               [&] { EXPECT_EQ(item.Execute(), 6U); });
+  tavParameterColor wide;
+  wide.SetValue(1, 2, 3, 4);
+  EXPECT_TRUE(item.SetParameter(&wide, &kValue, 1) == 0 && item.Execute() == 0);
+  EXPECT_EQ(wide.ValueToString(), "0x07000000") << "what the item does not reach is cleared";
+  EXPECT_EQ(tavVirtualItemWait().Execute(), 0U) << "not woken";
 }
 
 TEST(TavParameterVRScene, PlaysFewSettingsAtOnceAndWaitsOnItsThread) {
@@ -72,13 +82,15 @@ TEST(TavParameterVRScene, PlaysFewSettingsAtOnceAndWaitsOnItsThread) {
   EXPECT_TRUE(scene.record == "7b7a0end" && !scene.UseThread() && scene.AddSet(0) == 0 && scene.UseThread());
   scene.BuildScene_Begin();
   EXPECT_TRUE(scene.AddSet(0) == 0 && scene.BuildScene_AddWait(10) == 0);
-  scene.add_as_last(new Failing);
+  auto* const failing = new Failing;
+  failing->SetNext(new tavVirtualItemWait);
+  scene.add_as_last(failing);  // and what it brings
   scene.AddSet(1);
   scene.targets[1].SetUniqueID(42);
   scene.targets[1].SetValue(5);
   EXPECT_TRUE(scene.SerializeParametersAsXml().ends_with(
       "</value><scene><set id=\"0\" val=\"7\"></set><wait ms_time=\"10\"></wait>"
-      "<set id=\"42\" val=\"5\"></set></scene>"));
+      "<wait ms_time=\"0\"></wait><set id=\"42\" val=\"5\"></set></scene>"));
   EXPECT_TRUE(scene.BuildScene_End() == 0 && scene.BuildScene_End() == 0);
   scene.Ask(1, scene.set);
   EXPECT_TRUE(scene.finished.Wait(20000));
@@ -91,7 +103,11 @@ TEST(TavParameterVRScene, PlaysFewSettingsAtOnceAndWaitsOnItsThread) {
   scene.delete_scene();
   EXPECT_TRUE(scene.record.starts_with("7b7a0end7a7b0end") &&
               scene.record.find("7a7b7a7b") != tavString::npos);
-  EXPECT_GE(scene.times[4] - scene.times[3], 10000u);
+  EXPECT_GE(scene.times[4] - scene.times[3], 10000U);
+  Scene threaded;
+  Scene::NonThreadParametersCount = 0;
+  EXPECT_TRUE(threaded.AddSet(0) == 0 && threaded.UseThread());
+  Scene::NonThreadParametersCount = 2;
 }
 
 TEST(TavParameterVRScene, AStopEndsAWaitAndThePlay) {

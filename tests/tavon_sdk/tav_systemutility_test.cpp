@@ -1,16 +1,12 @@
 #include "tav_systemutility.h"
 
-#include <gtest/gtest.h>
-
 #include <functional>
 
-#include "captured_output.h"
 #include "dro_osutility.h"
+#include "model_test.h"
 #include "resource_limit.h"
 #include "stand_ins.h"
-#include "tav_error.h"
 
-using namespace tavon;
 using U = tavSystemUtility;
 
 struct TavSystemUtility : testing::Test {
@@ -30,9 +26,7 @@ struct TavSystemUtility : testing::Test {
       EXPECT_EQ(standIns.Calls(), calls);
     }
     const auto run = [&] { EXPECT_EQ(Without(RLIMIT_NOFILE, operation), withoutPipe) << name; };
-    EXPECT_EQ(CapturedOutput(run), tavBuildErrorLocation(tavError_InvalidPointer, "Can not open system pipe",
-                                                         "tav_systemutility", name, 31)
-                                       .GetDescription());
+    ExpectReport(4, "Can not open system pipe", "SystemUtility", name, 31, run);
   }
 
   TemporaryFolder folder;
@@ -40,11 +34,12 @@ struct TavSystemUtility : testing::Test {
 };
 
 TEST_F(TavSystemUtility, RunsCommandsAsToldAndTakesTheirAnswers) {
-  const auto bind = [](auto operation, auto... arguments) { return std::bind(operation, arguments...); };
+  const auto bind = [](auto operation, auto... arguments) { return [=] { return operation(arguments...); }; };
   const auto mounts = "/dev/sdz9 on /mnt type ext3\n/dev/sda1 on / type ext4\n";
   const auto table = "7 other ether 02:00:5e:10:00:01\nhost ether 02:00:5e:10:00:02\n";
   const auto answers = "PING\nttl=64\nttl=" + std::string(1000, '6') + "\nlost\nttl=64";
-  Expect("FormatExt3", bind(U::FormatExt3, "dz", 65535), "mkfs.ext3 dz -b 65535 -q\n", "in use", 0, 1, -1);
+  Expect(
+      "FormatExt3", [] { return U::FormatExt3("d", 65535); }, "mkfs.ext3 d -b 65535 -q\n", "1", 0, 1, -1);
   Expect("IsFormattedAs", bind(U::IsFormattedAs, "dz", "t3"), "grep dz\ngrep t3\nmount\n", mounts, 1, 0, -1);
   Expect("IsFormattedAs", bind(U::IsFormattedAs, "dz", "t4"), "grep dz\ngrep t4\nmount\n", mounts, 0, 0, -1);
   Expect("IsDeviceMounted", bind(U::IsDeviceMounted, "dz"), "grep dz\nmount\n", mounts, 1, 0, -1);

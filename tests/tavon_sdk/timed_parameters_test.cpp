@@ -18,7 +18,7 @@ struct Watched : Parameter {
     acted.Signal();
   }
   void OnSafeValue() {
-    this->SetSafeTime(0);  // a hook may end its own thread
+    this->SetSafeTime(7);  // a hook may end its own thread
     OnStop();
   }
   bool HasActedAfter(unsigned int time, unsigned long since, unsigned char value) {
@@ -60,7 +60,7 @@ TEST(TimedParameters, ActByThemselvesWhenTheirTimeIsOver) {
   EXPECT_TRUE(stopped.GetValue() == 1 && tooShort.GetValue() == 1 && stopped.GetSafeTime() == 1000);
   EXPECT_TRUE(turning.SerializeParametersAsXml().ends_with("<value>2</value><ms_time>500</ms_time>"));
   EXPECT_TRUE(
-      inverted.SerializeParametersAsXml().ends_with("</value><invert>1</invert><ms_time>0</ms_time>"));
+      inverted.SerializeParametersAsXml().ends_with("</value><invert>1</invert><ms_time>7</ms_time>"));
 }
 
 TEST(TimedParameters, NeverTakeANewValueForAnOldOne) {
@@ -72,6 +72,8 @@ TEST(TimedParameters, NeverTakeANewValueForAnOldOne) {
     EXPECT_EQ(release.GetValue(), 1);
     release.SetValue(0);
   }
+  for (release.SetValue(1); release.GetValue() != 0;) clockStandsAt += 1000000;
+  for (release.IsInverted(true); release.GetValue() != 1;) clockStandsAt += 1000000;
   clockStandsAt = 0;
 }
 

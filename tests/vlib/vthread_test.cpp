@@ -81,7 +81,10 @@ TEST(VThread, AStopIsForTheRunThatItMeetsAndWaitsForAHeldOneToo) {
     runs.kind = round % 3;
     runs.stopping = round % 4 == 0;  // held, and may be stopped before it begins
     ASSERT_TRUE(!runs.stopping || (thread.CreateSuspended(round != 0) && thread.CreateSuspended(false)));
+    const unsigned long long begin = VTime::TimeUS();
+    if (round == 0) VThread::SleepS(1), VThread::SleepU(5000);
     if (round % 400 == 0) VThread::SleepM(4294988);  // wraps to 20 milliseconds: intended
+    EXPECT_GE(VTime::TimeUS() - begin, round == 0 ? 1025000U : round % 400 == 0 ? 20000U : 0U);
     ASSERT_EQ(runs.begun, round);
     std::thread another([&] { Until([&] { return runs.stopping.load(); }), thread.Stop(); });
     ASSERT_TRUE(thread.Start(kStackSize));

@@ -2,7 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <sys/time.h>
-#include <time.h>
+
+#include <ctime>
 
 static const timeval* clockOfTest = nullptr;
 

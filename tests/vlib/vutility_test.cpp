@@ -85,7 +85,6 @@ TEST(VUtilityFiles, RemovesAFolderWithoutFollowingLinks) {
   std::filesystem::create_directories(tree + "/a/b");
   for (const std::string& file : {kept + "/file", tree + "/file", tree + "/a/file"}) WriteFile(file, "x");
   for (const std::string& name : {tree + "/a/link", link}) std::filesystem::create_symlink(kept, name);
-
   EXPECT_TRUE(VUtility::RemoveDir(tree, false) && std::filesystem::is_empty(tree));
   EXPECT_TRUE(VUtility::RemoveDir(tree + "/", true) && VUtility::FileExists(kept + "/file"));
   EXPECT_FALSE(VUtility::RemoveDir(link, true));  // named itself it is emptied, but it is no folder to remove
