@@ -26,22 +26,23 @@ TEST(Application, DescribesItself) {
 TEST(Application, FillsWhatIsNotGivenAndTakesWhateverFollowsAnOption) {
   TestedApplication application;
   EXPECT_EQ(application.InitWith({"ura_event", "-id", "4294967297", "-val", "v", "-type", "t"}),
-            "4294967295,16548,v,t,__ura_event__,kalnor357,localhost")
-      << "numbers stop at 32 bits";
+            "4294967295,16548,v,t,__ura_event__,kalnor357,localhost");  // numbers stop at 32 bits
   EXPECT_EQ(
       application.InitWith({"ura_event", "-AP", "3000000000", "-a", "-u", "-id", "-val", "5", "-type", "-p"}),
-      "0,2147483647,5,-p,-id,,-u")
-      << "a password that is present, with nothing behind it, is empty";
+      "0,2147483647,5,-p,-id,,-u");  // a password that is present, with nothing behind it, is empty
 }
 
 TEST(Application, ResolvesTheProgramsPath) {
-  const std::string parent = std::filesystem::current_path().parent_path();
-  const std::string high = "../../../../../../../../../../../../../../../../../../../../../../../../";
-  const std::pair<std::string, std::string> cases[] = {
-      {"./../bin/x", parent + "/bin/x"}, {"bin/x", "bin/x"}, {high + "x", "/x"}};
+  const std::string before = std::filesystem::current_path();
+  const std::tuple<const char*, const char*, const char*> cases[] = {{"/usr/lib", "./../bin/x", "/usr/bin/x"},
+                                                                     {"/usr", "bin/x", "bin/x"},
+                                                                     {"/", "./x", "/x"},
+                                                                     {"/usr", "../../x", "/x"}};
   TestedApplication application;
-  for (const auto& [path, expected] : cases) {
+  for (const auto& [folder, path, expected] : cases) {
+    std::filesystem::current_path(folder);
     application.InitWith({path, "-id", "1", "-val", "1", "-type", "t"});
     EXPECT_EQ(application.GetFullPath(), expected) << "there is nothing above the root";
   }
+  std::filesystem::current_path(before);
 }
