@@ -7,10 +7,17 @@ install(FILES man/ura_event.1 man/ura_listen.1 DESTINATION "${CMAKE_INSTALL_MAND
 install(FILES completions/ura_event completions/ura_listen
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT programs)
 
+# The version, for programs: a header that every layer sees, here and where it is installed.
+set(generated_headers "${CMAKE_CURRENT_BINARY_DIR}/include")
+configure_file(cmake/ura_version.h.in "${generated_headers}/ura_version.h" @ONLY)
+target_sources(vlib PUBLIC FILE_SET generated TYPE HEADERS BASE_DIRS "${generated_headers}"
+               FILES "${generated_headers}/ura_version.h")
+
 # The headers include each other by bare name: they need a folder of their own.
 install(TARGETS vlib dro tavon_sdk EXPORT uraTargets
   ARCHIVE COMPONENT sdk
-  FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ura" COMPONENT sdk)
+  FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ura" COMPONENT sdk
+  FILE_SET generated DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}/ura" COMPONENT sdk)
 
 set(package_folder "${CMAKE_INSTALL_LIBDIR}/cmake/ura")
 install(EXPORT uraTargets NAMESPACE ura:: DESTINATION "${package_folder}" COMPONENT sdk)
