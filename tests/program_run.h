@@ -44,6 +44,7 @@ class ProgramRun {
   std::string Errors() { return Read(m_ends[1], false); }
   std::string ErrorLine() { return Read(m_ends[1], true); }
   void Signal(int number) const { kill(m_process, number); }
+  pid_t Process() const { return m_process; }
 
   // Waits for the end. The exit status, or minus the signal that ended the program.
   int Status() {

@@ -1,7 +1,9 @@
 // ura_listen: shows the events sent on this machine while no server is running.
 //
-// Binds the event port of the loopback host and prints a line for each datagram.
+// Binds the event port of the loopback host and prints a line for each datagram, on standard output. All else
+// goes to standard error: messages, reports of the libraries, and the summary at the end.
 
+#include <linux/sock_diag.h>
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/signalfd.h>
@@ -10,92 +12,24 @@
 
 #include <array>
 #include <cerrno>
-#include <charconv>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <limits>
-#include <memory>
+#include <new>
 #include <optional>
 #include <string>
-#include <string_view>
 
 #include "datagram_text.h"
 #include "dro_error.h"
 #include "dro_osudpsocket.h"
-#include "tav_parameterfactory.h"
-#include "tav_parametershutter.h"
+#include "listen_options.h"
+#include "tav_error.h"
 
 namespace {
-
-constexpr int kUsageError = 2;
-
-constexpr const char* kHelp =
-    "ura_listen shows the events that ura_event sends, while no server is running.\n"
-    "\n"
-    "usage: ura_listen [-count N] [-port P] [-type NAME]\n"
-    "\n"
-    "  -count N    end after N datagrams (without it: at Ctrl-C)\n"
-    "  -port P     listen on UDP port P of the loopback host instead of 16549\n"
-    "  -type NAME  also show each value as a parameter of that type reads it\n"
-    "  -h          print this text\n"
-    "\n"
-    "Each datagram is a line: parameter id, length byte, value bytes in hexadecimal.\n"
-    "Exit status: 0 at the end or at Ctrl-C, 1 when listening fails, 2 for a wrong option.\n";
-
-struct Options {
-  std::uint32_t count = 0;  // 0: no limit
-  std::uint16_t port = 16549;
-  std::unique_ptr<tavon::tavIParameter> parameter;  // of the type to show values as, or null
-};
-
-// A whole text that is a decimal number from 1 to the limit of its type.
-template <class Number>
-bool ReadNumber(std::string_view text, Number& number) {
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  return error == std::errc() && end == text.data() + text.size() && number != 0;
-}
-
-// A parameter that shows values; null when there is no such type. A shutter's thread is ended, or it would
-// stop the shutter between two datagrams.
-std::unique_ptr<tavon::tavIParameter> MakeParameter(const std::string& typeName) {
-  const tavon::tavEObject type = tavon::tavParameterFactory::TypeNameToId(typeName);
-  if (type == tavon::tavObject_None) return nullptr;
-  std::unique_ptr<tavon::tavIParameter> parameter(tavon::tavParameterFactory::CreateByType(type));
-  if (auto* const shutter = parameter->GetParameterShutterPtr()) shutter->term_thread();
-  return parameter;
-}
-
-// Takes one option with its value; false when it is none or its value cannot be used.
-bool ReadOption(std::string_view name, std::string_view value, Options& options) {
-  if (name == "-count") return ReadNumber(value, options.count);
-  if (name == "-port") return ReadNumber(value, options.port);
-  if (name != "-type") return false;
-  options.parameter = MakeParameter(std::string(value));
-  return options.parameter != nullptr;
-}
-
-// The status to end with at once, when the arguments ask for help or cannot be followed.
-std::optional<int> ReadOptions(int argc, char** argv, Options& options) {
-  for (int i = 1; i < argc; ++i) {
-    const std::string_view name = argv[i];
-    const std::string_view value = i + 1 < argc ? argv[i + 1] : "";
-    if (name == "-h") {
-      std::fputs(kHelp, stdout);
-      return EXIT_SUCCESS;
-    }
-    if (ReadOption(name, value, options)) {
-      ++i;
-      continue;
-    }
-    std::fprintf(stderr, "ura_listen: \"%s %s\" is no option with a value it can have; -h explains\n",
-                 argv[i], std::string(value).c_str());
-    return kUsageError;
-  }
-  return std::nullopt;
-}
 
 void PrintSystemError(const char* what) {
   char reason[128];
@@ -144,50 +78,92 @@ class StopRequest {
   int m_descriptor;
 };
 
+// The local date and time to the millisecond, and a blank: "2026-11-24 18:30:00.125 ".
+std::string TimeStamp() {
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  std::tm local{};
+  localtime_r(&now.tv_sec, &local);
+  char date[64];
+  char milliseconds[32];
+  std::strftime(date, sizeof date, "%Y-%m-%d %H:%M:%S", &local);
+  std::snprintf(milliseconds, sizeof milliseconds, ".%03ld ", now.tv_nsec / 1000000);
+  return std::string(date) + milliseconds;
+}
+
+// How many datagrams the kernel dropped because the receive buffer was full; 0 where it does not tell.
+std::uint32_t DroppedDatagrams(int descriptor) {
+  std::array<std::uint32_t, SK_MEMINFO_VARS> numbers{};
+  socklen_t size = sizeof numbers;
+  if (getsockopt(descriptor, SOL_SOCKET, SO_MEMINFO, numbers.data(), &size) != 0) return 0;
+  return size == sizeof numbers ? numbers[SK_MEMINFO_DROPS] : 0;
+}
+
+void PrintSummary(std::uint64_t received, int descriptor) {
+  std::fprintf(stderr, "ura_listen: %llu datagram%s received", static_cast<unsigned long long>(received),
+               received == 1 ? "" : "s");
+  if (const std::uint32_t dropped = DroppedDatagrams(descriptor)) {
+    std::fprintf(stderr, ", %lu lost because the receive buffer was full",
+                 static_cast<unsigned long>(dropped));
+  }
+  std::fputs("\n", stderr);
+}
+
 // Prints datagrams until the count is reached, a stop is requested, or something fails.
-int Listen(dro::droOsUdpSocket& socket, int descriptor, const StopRequest& stop, const Options& options) {
+int Listen(dro::droOsUdpSocket& socket, int descriptor, const StopRequest& stop,
+           const ListenOptions& options) {
   // No datagram is larger.
   static std::array<unsigned char, std::numeric_limits<std::uint16_t>::max()> buffer;
   std::array<pollfd, 2> awaited{{{stop.Descriptor(), POLLIN, 0}, {descriptor, POLLIN, 0}}};
 
-  for (std::uint32_t received = 0; options.count == 0 || received < options.count;) {
+  std::uint64_t received = 0;
+  while (options.count == 0 || received < options.count) {
     if (poll(awaited.data(), awaited.size(), -1) < 0) {
       if (errno == EINTR) continue;
       PrintSystemError("cannot wait for datagrams");
       return EXIT_FAILURE;
     }
-    if (awaited[0].revents != 0) return EXIT_SUCCESS;
+    if (awaited[0].revents != 0) break;
 
     const int size = socket.Receive(buffer.data(), buffer.size(), nullptr, nullptr);
     if (size == -1) return EXIT_FAILURE;
     if (size < 0) continue;  // nothing to read after all, such as a datagram with a wrong checksum
     ++received;
-    std::puts(DatagramText({buffer.data(), static_cast<std::size_t>(size)}, options.parameter.get()).c_str());
+    const std::string time = options.showTime ? TimeStamp() : "";
+    const std::string text =
+        DatagramText({buffer.data(), static_cast<std::size_t>(size)}, options.parameter.get());
+    std::printf("%s%s\n", time.c_str(), text.c_str());
     if (std::fflush(stdout) != 0) {
       PrintSystemError("cannot print");
       return EXIT_FAILURE;
     }
   }
+  PrintSummary(received, descriptor);
   return EXIT_SUCCESS;
 }
 
-}  // namespace
+// Standard output is for datagrams: the reports of the libraries go to standard error.
+void ReportToStandardError() {
+  dro::droError::Level = dro::droLogLevel_CallBack;
+  dro::droError::ShowErrorCallBack = [](const dro::droError& error) {
+    std::fputs(error.GetDescription().c_str(), stderr);
+  };
+  tavon::tavError::Level = tavon::tavLogLevel_CallBack;
+  tavon::tavError::ShowErrorCallBack = [](const tavon::tavError& error) {
+    std::fputs(error.GetDescription().c_str(), stderr);
+  };
+}
 
-int main(int argc, char** argv) {
-  // First: the threads of a parameter take over which signals are blocked.
+int Run(int argc, char** argv) {
+  ReportToStandardError();
+  // Before there is a parameter: its threads take over which signals are blocked.
   const StopRequest stop;
   if (!stop.IsPossible()) {
     PrintSystemError("cannot wait for signals");
     return EXIT_FAILURE;
   }
-  Options options;
-  if (const std::optional<int> status = ReadOptions(argc, argv, options)) return *status;
-
-  // Standard output is for datagrams: the library's reports go to standard error.
-  dro::droError::Level = dro::droLogLevel_CallBack;
-  dro::droError::ShowErrorCallBack = [](const dro::droError& error) {
-    std::fputs(error.GetDescription().c_str(), stderr);
-  };
+  ListenOptions options;
+  if (const std::optional<int> status = ReadListenOptions(argc, argv, options)) return *status;
 
   const int descriptor = ::socket(AF_INET, SOCK_DGRAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
   if (descriptor < 0) {
@@ -198,4 +174,15 @@ int main(int argc, char** argv) {
   if (!Bind(descriptor, options.port)) return EXIT_FAILURE;
   std::fprintf(stderr, "ura_listen: waiting for events on UDP port %u of the loopback host\n", options.port);
   return Listen(socket, descriptor, stop, options);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run(argc, argv);
+  } catch (const std::bad_alloc&) {
+    std::fputs("ura_listen: out of memory\n", stderr);
+    return EXIT_FAILURE;
+  }
 }
