@@ -118,6 +118,8 @@ struct PrintingCase {
   const char* option;
   const char* start;
 };
+void PrintTo(const PrintingCase& printing, std::ostream* o_stream) { *o_stream << printing.option; }
+
 class UraListenPrinting : public testing::TestWithParam<PrintingCase> {};
 TEST_P(UraListenPrinting, PrintsAndEnds) {
   ProgramRun run(URA_LISTEN " -count 1 " + std::string(GetParam().option));
@@ -134,6 +136,8 @@ struct RefusedCase {
   const char* arguments;
   const char* message;
 };
+void PrintTo(const RefusedCase& refused, std::ostream* o_stream) { *o_stream << refused.arguments; }
+
 class UraListenRefused : public testing::TestWithParam<RefusedCase> {};
 TEST_P(UraListenRefused, ArgumentsAreExplained) {
   ProgramRun run(URA_LISTEN " " + std::string(GetParam().arguments));
