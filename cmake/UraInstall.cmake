@@ -41,3 +41,10 @@ if(public_definitions)
 endif()
 configure_file(cmake/ura.pc.in "${CMAKE_CURRENT_BINARY_DIR}/ura.pc" @ONLY)
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/ura.pc" DESTINATION "${CMAKE_INSTALL_LIBDIR}/pkgconfig" COMPONENT sdk)
+
+# What somebody reads who starts with the SDK.
+set(sdk_documents "${CMAKE_INSTALL_DATADIR}/doc/ura-sdk-dev")
+install(FILES docs/architecture.md DESTINATION "${sdk_documents}" COMPONENT sdk)
+foreach(example house scene new_parameter)
+  install(DIRECTORY examples/${example} DESTINATION "${sdk_documents}/examples" COMPONENT sdk)
+endforeach()
