@@ -6,6 +6,7 @@ install(TARGETS ura_event ura_listen RUNTIME COMPONENT programs)
 install(FILES man/ura_event.1 man/ura_listen.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT programs)
 install(FILES completions/ura_event completions/ura_listen
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT programs)
+install(DIRECTORY packaging/examples DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/ura-event" COMPONENT programs)
 
 # The version, for programs: a header that every layer sees, here and where it is installed.
 set(generated_headers "${CMAKE_CURRENT_BINARY_DIR}/include")
