@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 
 #include "dro_string.h"
@@ -56,9 +55,9 @@ class droError {
   static droString LogFile;
   // Receives each record when the level asks for it; may be null.
   static void (*ShowErrorCallBack)(const droError&);
-  // Bytes that this process wrote to the log file, or kept when it was cut last. Threads count without a
-  // lock.
-  static std::atomic<unsigned int> _current_log_filesize;
+  // Bytes that this process has appended to the log file or kept when it was cut last, not the file's real
+  // size.
+  static unsigned int _current_log_filesize;
 
  private:
   droEError m_code;
@@ -86,18 +85,21 @@ droEError droErrorLog(const droError& error);
 
 // Reports the failures of one source file: constexpr droReporter kReport{"dro_string"};
 //
-// Both calls return what droErrorLog returns. The line is that of the call unless given.
+// Both calls return what droErrorLog returns. Line and function are those of the call unless given. A line
+// that is given is a published one: people search their logs for it, so it is part of the record's identity
+// and not a position in today's source. In a lambda the function must be given, as it would be called
+// "operator()".
 class droReporter {
  public:
   // `source` is the file's name without folder and extension.
   constexpr explicit droReporter(const char* source) : m_source(source) {}
 
-  droEError operator()(droEError code, const droString& message, const char* function,
-                       int line = __builtin_LINE()) const;
+  droEError operator()(droEError code, const droString& message, int line = __builtin_LINE(),
+                       const char* function = __builtin_FUNCTION()) const;
 
   // The same for a failed system call: number and text of `systemError` (an errno) follow the message.
-  droEError System(droEError code, const droString& message, int systemError, const char* function,
-                   int line = __builtin_LINE()) const;
+  droEError System(droEError code, const droString& message, int systemError, int line = __builtin_LINE(),
+                   const char* function = __builtin_FUNCTION()) const;
 
  private:
   const char* m_source;

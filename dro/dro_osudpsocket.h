@@ -99,15 +99,6 @@ class droOsUdpSocket : public droIOsUdpSocket {
   static droEError WakeOnLan(const unsigned char* mac, unsigned short port);
 
  private:
-  bool IsReady(bool toReceive, unsigned int milliseconds, const char* function) const;
-
-  // One option of the kernel's socket level; no descriptor and a refusal are reported in the name of
-  // `function`, and the value got is then zero.
-  template <class Value>
-  bool SetOption(int option, const Value& value, const char* function);
-  template <class Value>
-  Value GetOption(int option, const char* function) const;
-
   std::int32_t m_descriptor = 0;  // 0 is none
   sockaddr_in m_address{};
   droEOsSocketType m_type;

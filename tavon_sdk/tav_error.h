@@ -1,6 +1,5 @@
 #pragma once
 
-#include <atomic>
 #include <cstdint>
 
 #include "tav_string.h"
@@ -49,13 +48,16 @@ class tavError {
   // Deletes the file that LogFile names. True on success.
   static bool DeleteLog();
 
-  static unsigned int Level;  // tavELogLevel values, added; tavLogLevel_Console at first
-  static tavString LogFile;   // path of the log file; "tav_system.log" at first
-  static unsigned int
-      LogFileSize;  // bytes at which the file is cut to its last half; 0: never. 512000 at first
-  static std::atomic<unsigned int>
-      CurrentLogFileSize;                             // bytes this process appended, not the file's real size
-  static void (*ShowErrorCallBack)(const tavError&);  // may be null, and is at first
+  // tavELogLevel values, added; tavLogLevel_Console at first.
+  static unsigned int Level;
+  // Path of the log file; "tav_system.log" at first.
+  static tavString LogFile;
+  // Size in bytes past which the file is cut to its last half; 0 is no limit. 512000 at first.
+  static unsigned int LogFileSize;
+  // Bytes that this process has appended to the file or kept when it was cut last, not the file's real size.
+  static unsigned int CurrentLogFileSize;
+  // Receives each record when the level asks for it; null at first.
+  static void (*ShowErrorCallBack)(const tavError&);
 
  private:
   tavEError m_code;

@@ -1,6 +1,7 @@
 #include "vlogfile.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstdint>
 #include <cstdio>
 #include <memory>
@@ -11,10 +12,11 @@
 namespace vlib {
 namespace {
 
-// A smaller rest is not worth the rewrite: such files are left to grow.
+// Keeping less than this is not worth rewriting the file: it is left to grow.
 constexpr unsigned int kSmallestHalf = 16000;
 
-LogFileFault CutToLastHalf(const std::string& path, unsigned int half, std::atomic<unsigned int>& written) {
+LogFileFault CutToLastHalf(const std::string& path, unsigned int half,
+                           std::atomic_ref<unsigned int> written) {
   File source = OpenFile(path.c_str(), "rb");
   if (!source) return LogFileFault::CannotRead;
   const off_t size = SizeOf(source.get());
@@ -22,7 +24,7 @@ LogFileFault CutToLastHalf(const std::string& path, unsigned int half, std::atom
   if (static_cast<std::uintmax_t>(size) > PTRDIFF_MAX) return LogFileFault::OutOfMemory;
   const std::unique_ptr<char[]> contents(new (std::nothrow) char[static_cast<std::size_t>(size)]);
   if (!contents) return LogFileFault::OutOfMemory;
-  // Before reading: such a file is past its limit at every entry.
+  // Checked before reading, since such a file is past its limit at every entry.
   if (half <= kSmallestHalf) return LogFileFault::None;
   const std::size_t length = std::fread(contents.get(), 1, static_cast<std::size_t>(size), source.get());
   source.reset();
@@ -30,7 +32,7 @@ LogFileFault CutToLastHalf(const std::string& path, unsigned int half, std::atom
   const File target = OpenFile(path.c_str(), "wb");
   if (!target) return LogFileFault::CannotWrite;
   written = half;
-  // The file may be shorter than the count says (another program emptied it): then all of it is kept.
+  // Another program may have emptied the file, so that it is shorter than the count says: all of it is kept.
   const std::size_t kept = std::min<std::size_t>(length, half);
   std::fwrite(contents.get() + (length - kept), 1, kept, target.get());
   return LogFileFault::None;
@@ -39,7 +41,8 @@ LogFileFault CutToLastHalf(const std::string& path, unsigned int half, std::atom
 }  // namespace
 
 LogFileFault AppendToLogFile(const std::string& path, std::string_view entry, unsigned int limit,
-                             std::atomic<unsigned int>& written) {
+                             unsigned int& io_written) {
+  const std::atomic_ref written(io_written);
   const auto length = static_cast<unsigned int>(entry.size());
   const unsigned int total = written.fetch_add(length) + length;
   if (limit != 0 && total > limit) {

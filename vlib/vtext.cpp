@@ -71,4 +71,10 @@ void Scramble(std::span<unsigned char> data, std::string_view key) {
   }
 }
 
+bool ScrambleBuffer(unsigned char* io_buffer, std::size_t length, std::string_view key) {
+  if (io_buffer == nullptr) return false;
+  Scramble({io_buffer, length}, key);
+  return true;
+}
+
 }  // namespace vlib

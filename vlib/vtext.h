@@ -57,4 +57,7 @@ std::string Format(unsigned int size, const char* format, std::va_list arguments
 // An empty key stands for the default key of the system. This is no encryption.
 void Scramble(std::span<unsigned char> data, std::string_view key);
 
+// The same for `length` bytes at `io_buffer`. False, with nothing done, when that is null.
+bool ScrambleBuffer(unsigned char* io_buffer, std::size_t length, std::string_view key);
+
 }  // namespace vlib

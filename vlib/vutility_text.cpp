@@ -1,15 +1,15 @@
 // Conversions between character sets, and letter case.
 
-#include <utf8.h>
-
+#include <algorithm>
 #include <cctype>
-#include <cstdint>
 #include <cstdlib>
 #include <cstring>
 #include <cwchar>
 #include <cwctype>
 #include <memory>
+#include <string>
 
+#include "vutf8.h"
 #include "vutility.h"
 
 namespace {
@@ -29,6 +29,14 @@ Target* ConvertInLocale(const Source* text, std::size_t (*convert)(Target*, cons
 std::wstring TakeText(wchar_t* buffer) {
   const std::unique_ptr<wchar_t[]> owner(buffer);
   return buffer == nullptr ? std::wstring() : std::wstring(buffer);
+}
+
+// A copy of a text, with its terminator, in a buffer of `size` characters.
+template <class Character>
+Character* NewBuffer(const std::basic_string<Character>& text, std::size_t size) {
+  auto buffer = std::make_unique_for_overwrite<Character[]>(size);
+  *std::copy(text.begin(), text.end(), buffer.get()) = Character{};
+  return buffer.release();
 }
 
 template <class Character, class Converter>
@@ -56,24 +64,16 @@ std::string VUtility::WideCharToString(const wchar_t* text) {
 
 wchar_t* VUtility::UTF8ToWideChar(const char* text) {
   if (text == nullptr) return nullptr;
-  // The terminating zero is decoded too: a sequence that the end of the text cuts short is then invalid.
-  const std::size_t size = std::strlen(text) + 1;
-  const char* const end = text + size;
-  auto result = std::make_unique_for_overwrite<wchar_t[]>(size);
-  for (wchar_t* next = result.get(); text != end; ++next) *next = static_cast<wchar_t>(utf8::next(text, end));
-  return result.release();
+  return NewBuffer(vlib::DecodeUtf8(text), std::strlen(text) + 1);
 }
 
-std::wstring VUtility::UTF8ToWideString(const char* text) { return TakeText(UTF8ToWideChar(text)); }
+std::wstring VUtility::UTF8ToWideString(const char* text) {
+  return text == nullptr ? std::wstring() : vlib::DecodeUtf8(text);
+}
 
 char* VUtility::WideCharToUTF8(const wchar_t* text) {
   if (text == nullptr) return nullptr;
-  const std::size_t size = std::wcslen(text) + 1;
-  const wchar_t* const end = text + size;
-  auto result = std::make_unique_for_overwrite<char[]>(4 * size);
-  for (char* next = result.get(); text != end; ++text)
-    next = utf8::append(static_cast<std::uint32_t>(*text), next);
-  return result.release();
+  return NewBuffer(vlib::EncodeUtf8(text), 4 * (std::wcslen(text) + 1));
 }
 
 void VUtility::ToLowerCase(char* io_text) {

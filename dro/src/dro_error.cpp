@@ -8,7 +8,7 @@
 #include <iterator>
 
 #include "dro_time.h"
-#include "vlogfile.h"
+#include "verrorlog.h"
 
 namespace dro {
 namespace {
@@ -41,7 +41,8 @@ int ColourOf(droEError code) {
   return code == droError_Warning ? yellow : red;
 }
 
-droError RecordOf(vlib::LogFileFault fault) {
+// The record of a log file that cannot be cut.
+droError FaultRecord(vlib::LogFileFault fault) {
   const auto record = [](droEError code, const char* message, int line = __builtin_LINE()) {
     return droBuildErrorLocation(code, message, "dro_error", "droErrorLog", line);
   };
@@ -61,7 +62,7 @@ unsigned int droError::Level = droLogLevel_Console;
 unsigned int droError::LogFileSize = 512000;
 droString droError::LogFile = "dro_system.log";
 void (*droError::ShowErrorCallBack)(const droError&) = nullptr;
-std::atomic<unsigned int> droError::_current_log_filesize{0};
+unsigned int droError::_current_log_filesize = 0;
 
 droError::droError(const droEError& code, const droString& message) : m_code(code) {
   m_description.append("[").append(droTime::GetDateTime()).append("]\n");
@@ -77,7 +78,7 @@ droError::droError(const droEError& code, const droString& message) : m_code(cod
 
 droEError droError::DeleteLog() {
   if (unlink(LogFile.c_str()) == 0) return droError_NoError;
-  return kReport(droError_OperationFailed, "Can not delete file", "DeleteLog");
+  return kReport(droError_OperationFailed, "Can not delete file");
 }
 
 droString droErrorToString(const droEError& code) {
@@ -96,47 +97,29 @@ droString droErrorWindowsToString(int /*error*/) { return {}; }
 
 droError droBuildErrorLocation(droEError code, const droString& message, const char* file,
                                const char* function, int line) {
-  droString text;
-  if (code == droError_NoError || code == droError_Warning) {
-    text.append(message);
-    text.AddFormat(256, "[FILE:%s][FUNCTION:%s][LINE:%i]", file, function, line);
-  } else {
-    text.append("File ----------- : ").append(file).append("\n");
-    text.append("Function ------- : ").append(function).append("\n");
-    text.append("Line Number ---- : ");
-    text.AddFormat(64, "%i\n", line).append("Custom Message - : ").append(message);
+  if (code != droError_NoError && code != droError_Warning) {
+    return {code, vlib::MessageWithPlace(message, file, function, line)};
   }
-  return {code, text};
+  droString text = message;
+  return {code, text.AddFormat(256, "[FILE:%s][FUNCTION:%s][LINE:%i]", file, function, line)};
 }
 
 droEError droErrorLog(const droError& error) {
-  const unsigned int level = droError::Level;
   const droString description = error.GetDescription();
-  if (level & droLogLevel_Console)
+  const auto print = [&] {
     std::printf("\033[%dm%s\033[0m", ColourOf(error.GetError()), description.c_str());
-  if (level & droLogLevel_File) {
-    const vlib::LogFileFault fault = vlib::AppendToLogFile(
-        droError::LogFile, description.c_str(), droError::LogFileSize, droError::_current_log_filesize);
-    if (fault != vlib::LogFileFault::None) {
-      const droError failure = RecordOf(fault);  // not logged in turn: the file would fail again
-      std::printf("%s", failure.GetDescription().c_str());
-      return failure.GetError();
-    }
-  }
-  if (level & droLogLevel_Throw) throw droError(error);
-  if ((level & droLogLevel_CallBack) && droError::ShowErrorCallBack != nullptr)
-    droError::ShowErrorCallBack(error);
-  return error.GetError();
+  };
+  return vlib::LogRecord(error, description.c_str(), droError::_current_log_filesize, print, FaultRecord);
 }
 
-droEError droReporter::operator()(droEError code, const droString& message, const char* function,
-                                  int line) const {
+droEError droReporter::operator()(droEError code, const droString& message, int line,
+                                  const char* function) const {
   return droErrorLog(droBuildErrorLocation(code, message, m_source, function, line));
 }
 
-droEError droReporter::System(droEError code, const droString& message, int systemError, const char* function,
-                              int line) const {
-  return (*this)(code, message + "\nStd Error " + droErrorStdToString(systemError), function, line);
+droEError droReporter::System(droEError code, const droString& message, int systemError, int line,
+                              const char* function) const {
+  return (*this)(code, message + "\nStd Error " + droErrorStdToString(systemError), line, function);
 }
 
 }  // namespace dro

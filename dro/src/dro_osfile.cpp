@@ -17,27 +17,27 @@ namespace {
 
 constexpr droReporter kReport{"dro_osfile"};
 
-droEError ReportInvalidHandle(const char* function, int line = __builtin_LINE()) {
-  return kReport.System(droError_OperationFailed, "tavFile handle is invalid, == 0", errno, function, line);
+droEError ReportInvalidHandle(int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
+  return kReport.System(droError_OperationFailed, "tavFile handle is invalid, == 0", errno, line, function);
 }
 
-droEError ReportNoMemory(const char* function, int line = __builtin_LINE()) {
-  return kReport(droError_OutOfMemory, "pData == 0", function, line);
+droEError ReportNoMemory(int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
+  return kReport(droError_OutOfMemory, "pData == 0", line, function);
 }
 
 // Passes on the result of printing to a stream; a negative one is reported with the system's `error`.
-int Printed(int count, int error, const char* function) {
-  if (count < 0) kReport.System(droError_OperationFailed, "can no write data to file", error, function);
+int Printed(int count, int error, int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
+  if (count < 0) kReport.System(droError_OperationFailed, "can no write data to file", error, line, function);
   return count;
 }
 
 // Sets a position. A success is reported and has the code of a failure, a failure is silent and has none:
 // intended, callers take the results as they stand.
 droEError SetPosition(std::FILE* file, long offset, int origin, const droString& report,
-                      const char* function) {
-  if (file == nullptr) return ReportInvalidHandle(function);
+                      int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
+  if (file == nullptr) return ReportInvalidHandle(line, function);
   if (std::fseek(file, offset, origin) != 0) return droError_NoError;
-  return kReport.System(droError_OperationFailed, report, errno, function);
+  return kReport.System(droError_OperationFailed, report, errno, line, function);
 }
 
 // What is in a file.
@@ -47,23 +47,24 @@ struct Contents {
 };
 
 // Reads all of an open file in one piece. `what` tells in a report what was being done.
-droEError ReadContents(std::FILE* file, const droString& what, const char* function, Contents& o_contents) {
+droEError ReadContents(std::FILE* file, const droString& what, Contents& o_contents,
+                       int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
   const off_t size = vlib::SizeOf(file);
   int error = errno;
   std::size_t count = 0;
   if (size >= 0) {
     // A folder opens like a file and can claim a size that no memory has.
-    if (std::cmp_greater(size, PTRDIFF_MAX)) return ReportNoMemory(function);
+    if (std::cmp_greater(size, PTRDIFF_MAX)) return ReportNoMemory(line, function);
     o_contents.length = static_cast<std::size_t>(size);
     o_contents.bytes.reset(new (std::nothrow) char[o_contents.length]);
-    if (!o_contents.bytes) return ReportNoMemory(function);
+    if (!o_contents.bytes) return ReportNoMemory(line, function);
     errno = 0;  // the end of a file that has become shorter is no error of the system
     count = std::fread(o_contents.bytes.get(), 1, o_contents.length, file);
     error = errno;
   }
   if (std::cmp_equal(count, size)) return droError_NoError;
   const droString message = "result(" + std::to_string(count) + ") != iLen(" + std::to_string(size) + ") ";
-  return kReport.System(droError_OperationFailed, message + what, error, function);
+  return kReport.System(droError_OperationFailed, message + what, error, line, function);
 }
 
 }  // namespace
@@ -73,7 +74,7 @@ droOsFile::droOsFile(const droString& name, const droString& mode) { Open(name, 
 droOsFile::~droOsFile() {
   try {
     if (Close() != droError_NoError) {
-      kReport(droError_OperationFailed, "can not close the file handle", "~droOsFile");
+      kReport(droError_OperationFailed, "can not close the file handle");
     }
   } catch (...) {
     // The log's level asks for exceptions, and none may leave a destructor.
@@ -83,10 +84,10 @@ droOsFile::~droOsFile() {
 
 droEError droOsFile::Open(const droString& name, const droString& mode) {
   if (Close() != droError_NoError) {
-    return kReport(droError_OperationFailed, "can not close the file handle", "Open");
+    return kReport(droError_OperationFailed, "can not close the file handle");
   }
   m_file = vlib::OpenFile(name.c_str(), mode.c_str());
-  return IsValid() ? droError_NoError : ReportInvalidHandle("Open");
+  return IsValid() ? droError_NoError : ReportInvalidHandle();
 }
 
 droEError droOsFile::Close() {
@@ -95,16 +96,16 @@ droEError droOsFile::Close() {
   // stays is a live one.
   const bool canClose = std::fflush(m_file.get()) == 0 && fcntl(fileno(m_file.get()), F_GETFD) != -1;
   if (canClose && std::fclose(m_file.release()) == 0) return droError_NoError;
-  return kReport(droError_OperationFailed, "Can not close file handle", "Close");
+  return kReport(droError_OperationFailed, "Can not close file handle");
 }
 
 int droOsFile::Read(unsigned char* o_buffer, unsigned int count) {
   if (!IsValid()) {
-    ReportInvalidHandle("Read");
+    ReportInvalidHandle();
     return -1;
   }
   if (o_buffer == nullptr) {
-    kReport(droError_InvalidArgument, "o_pBuffer pointer == 0", "Read");
+    kReport(droError_InvalidArgument, "o_pBuffer pointer == 0");
     return -1;
   }
   return static_cast<int>(std::fread(o_buffer, 1, count, m_file.get()));
@@ -112,33 +113,33 @@ int droOsFile::Read(unsigned char* o_buffer, unsigned int count) {
 
 int droOsFile::Write(const unsigned char* buffer, unsigned int count) {
   if (!IsValid()) {
-    ReportInvalidHandle("Write");
+    ReportInvalidHandle();
     return -1;
   }
   if (buffer == nullptr) {
-    kReport(droError_InvalidArgument, "pBuffer pointer == 0", "Write");
+    kReport(droError_InvalidArgument, "pBuffer pointer == 0");
     return -1;
   }
   return static_cast<int>(std::fwrite(buffer, 1, count, m_file.get()));
 }
 
 int droOsFile::WriteText(const char* format, ...) {
-  if (!IsValid()) return ReportInvalidHandle("WriteText");
+  if (!IsValid()) return ReportInvalidHandle();
   std::va_list arguments;
   va_start(arguments, format);
   const int count = std::vfprintf(m_file.get(), format, arguments);
   const int error = errno;
   va_end(arguments);
-  return Printed(count, error, "WriteText");
+  return Printed(count, error);
 }
 
 bool droOsFile::ReadNextLine(droString* o_line) {
   if (!IsValid()) {
-    ReportInvalidHandle("ReadNextLine");
+    ReportInvalidHandle();
     return false;
   }
   if (o_line == nullptr) {
-    kReport(droError_InvalidArgument, "io_size pointer == 0", "ReadNextLine");
+    kReport(droError_InvalidArgument, "io_size pointer == 0");
     return false;
   }
   o_line->Clear();
@@ -153,39 +154,36 @@ bool droOsFile::ReadNextLine(droString* o_line) {
 
 bool droOsFile::IsEof() const {
   if (IsValid()) return std::feof(m_file.get()) != 0;
-  ReportInvalidHandle("IsEof");
+  ReportInvalidHandle();
   return true;
 }
 
 long droOsFile::GetPosition() const {
-  if (!IsValid()) return ReportInvalidHandle("GetPosition");
+  if (!IsValid()) return ReportInvalidHandle();
   return std::ftell(m_file.get());
 }
 
 droEError droOsFile::SetToStart() {
-  return SetPosition(m_file.get(), 0, SEEK_SET, "Setting pointer to start", "SetToStart");
+  return SetPosition(m_file.get(), 0, SEEK_SET, "Setting pointer to start");
 }
 
-droEError droOsFile::SetToEnd() {
-  return SetPosition(m_file.get(), 0, SEEK_END, "Setting pointer to end", "SetToEnd");
-}
+droEError droOsFile::SetToEnd() { return SetPosition(m_file.get(), 0, SEEK_END, "Setting pointer to end"); }
 
 droEError droOsFile::SetTo(long offset) {
-  return SetPosition(m_file.get(), offset, SEEK_SET, "Setting pointer to " + std::to_string(offset), "SetTo");
+  return SetPosition(m_file.get(), offset, SEEK_SET, "Setting pointer to " + std::to_string(offset));
 }
 
 droEError droOsFile::Advance(long offset) {
-  return SetPosition(m_file.get(), offset, SEEK_CUR, "Advanced pointer about " + std::to_string(offset),
-                     "Advance");
+  return SetPosition(m_file.get(), offset, SEEK_CUR, "Advanced pointer about " + std::to_string(offset));
 }
 
 droEError droOsFile::GetFileSize(const droString& name, unsigned int* o_size) {
-  if (o_size == nullptr) return kReport(droError_InvalidArgument, "io_size pointer == 0", "GetFileSize");
+  if (o_size == nullptr) return kReport(droError_InvalidArgument, "io_size pointer == 0");
   *o_size = 0;
   const droOsFile file(name, "rb");
   const off_t size = file.IsValid() ? vlib::SizeOf(file) : -1;
   if (size < 0 || std::cmp_greater(size, UINT_MAX)) {
-    return kReport(droError_OperationFailed, "Invalid file", "GetFileSize");
+    return kReport(droError_OperationFailed, "Invalid file");
   }
   *o_size = static_cast<unsigned int>(size);
   return droError_NoError;
@@ -193,53 +191,48 @@ droEError droOsFile::GetFileSize(const droString& name, unsigned int* o_size) {
 
 droEError droOsFile::GetFileTextSource(const droString& name, droString* o_text) {
   if (o_text == nullptr) {
-    return kReport(droError_InvalidArgument, "io_source pointer == 0", "GetFileTextSource");
+    return kReport(droError_InvalidArgument, "io_source pointer == 0");
   }
   const droOsFile file(name, "rb");
-  if (!file.IsValid()) return kReport(droError_OperationFailed, "Invalid file", "GetFileTextSource");
+  if (!file.IsValid()) return kReport(droError_OperationFailed, "Invalid file");
   Contents contents;
-  const droEError result =
-      ReadContents(file, "Reading data from file : " + name, "GetFileTextSource", contents);
+  const droEError result = ReadContents(file, "Reading data from file : " + name, contents);
   if (result != droError_NoError) return result;
   // The text is touched only now that all is read, so that it stays what it was when anything fails.
   try {
     o_text->assign(contents.bytes.get(), contents.length);
   } catch (const std::exception&) {  // no memory, or longer than any text
-    return ReportNoMemory("GetFileTextSource");
+    return ReportNoMemory();
   }
   return droError_NoError;
 }
 
 int droOsFile::AppendToFile(const droString& name, const char* format, ...) {
   const droOsFile file(name, "a");
-  if (!file.IsValid()) return kReport(droError_OperationFailed, "Invalid file", "AppendToFile");
+  if (!file.IsValid()) return kReport(droError_OperationFailed, "Invalid file");
   std::va_list arguments;
   va_start(arguments, format);
   const int count = std::vfprintf(file, format, arguments);
   const int error = errno;
   va_end(arguments);
-  return Printed(count, error, "AppendToFile");
+  return Printed(count, error);
 }
 
 droEError droOsFile::CopyAndPaste(const droString& from, const droString& to) {
-  const auto report = [](const droString& message, int line = __builtin_LINE()) {
-    return kReport(droError_OperationFailed, message, "CopyAndPaste", line);
-  };
   droOsFile copy(from, "rb");
-  if (!copy.IsValid()) return report("Invalid copy file: " + from);
+  if (!copy.IsValid()) return kReport(droError_OperationFailed, "Invalid copy file: " + from);
   Contents contents;
-  const droEError result =
-      ReadContents(copy, "Reading data from file copy: " + from, "CopyAndPaste", contents);
+  const droEError result = ReadContents(copy, "Reading data from file copy: " + from, contents);
   if (result != droError_NoError) return result;
-  if (copy.Close() != droError_NoError) return report("Can not close file copy: " + from);
+  if (copy.Close() != droError_NoError)
+    return kReport(droError_OperationFailed, "Can not close file copy: " + from);
 
   droOsFile paste(to, "wb");
-  if (!paste.IsValid()) return report("Invalid paste file: " + to);
+  if (!paste.IsValid()) return kReport(droError_OperationFailed, "Invalid paste file: " + to);
   std::setbuf(paste, nullptr);  // what can not be written fails here, not when the file is closed
   if (std::fwrite(contents.bytes.get(), 1, contents.length, paste) != contents.length) {
     const int error = errno;
-    return kReport.System(droError_OperationFailed, "Writing data to file paste: " + to, error,
-                          "CopyAndPaste");
+    return kReport.System(droError_OperationFailed, "Writing data to file paste: " + to, error);
   }
   return paste.Close();
 }

@@ -37,51 +37,102 @@ unsigned int ToMilliseconds(const timeval& time) {
 
 // Makes the system call that moves one datagram of at most `length` bytes, again while it is interrupted.
 template <class Call>
-int Transfer(Call call, unsigned int length, const char* failure, const char* function) {
+int Transfer(Call call, unsigned int length, const char* failure, int line = __builtin_LINE(),
+             const char* function = __builtin_FUNCTION()) {
   for (;;) {
     const ssize_t count = call();
     if (count != -1) return static_cast<int>(count);
     const int error = errno;
     if (error == EAGAIN) return kWouldBlock;
     if (error != EINTR) {
-      kReport.System(droError_Network, failure, error, function);
+      kReport.System(droError_Network, failure, error, line, function);
       return kFailed;
     }
-    kReport(droError_Warning, "Std EINTR error continue...", function);
+    kReport(droError_Warning, "Std EINTR error continue...", line, function);
     if (length == 0) return kFailed;  // intended: a transfer without data is not worth repeating
   }
+}
+
+// True when the socket can be used; otherwise `message` is reported.
+bool IsUsable(const droOsUdpSocket& socket, const char* message = "Socket is invalid.",
+              int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
+  if (socket.IsValid()) return true;
+  kReport(droError_Network, message, line, function);
+  return false;
+}
+
+enum class Readiness { ToReceive, ToSend };
+
+// Waits at most so many milliseconds. False when the time ran out, and after a report when waiting failed.
+bool WaitUntilReady(int descriptor, Readiness readiness, unsigned int milliseconds,
+                    int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
+  int ready = -1;
+  int error = EBADF;
+  if (fcntl(descriptor, F_GETFD) != -1) {  // only an open descriptor has a place in a set
+    // An fd_set ends at FD_SETSIZE, but a busy server has more descriptors: the set is as long as it must be.
+    std::vector<fd_mask> bits(static_cast<std::size_t>(descriptor / NFDBITS) + 1);
+    bits.back() = static_cast<fd_mask>(1UL << (descriptor % NFDBITS));
+    auto* const set = reinterpret_cast<fd_set*>(bits.data());
+    const bool toReceive = readiness == Readiness::ToReceive;
+    timeval timeOut = ToTimeval(milliseconds);
+    ready = select(descriptor + 1, toReceive ? set : nullptr, toReceive ? nullptr : set, nullptr, &timeOut);
+    error = errno;
+  }
+  if (ready == -1) kReport.System(droError_Network, "select(...) failed", error, line, function);
+  return ready > 0;
+}
+
+// Sets an option of the kernel's socket level. False after a report when the kernel refuses.
+template <class Value>
+bool SetOption(int descriptor, int option, const Value& value, int line = __builtin_LINE(),
+               const char* function = __builtin_FUNCTION()) {
+  if (setsockopt(descriptor, SOL_SOCKET, option, &value, sizeof value) == 0) return true;
+  const int error = errno;
+  kReport.System(droError_Network, "setsockopt(...) failed", error, line, function);
+  return false;
+}
+
+// The value of such an option, zero after a report when the kernel refuses.
+template <class Value>
+Value GetOption(int descriptor, int option, int line = __builtin_LINE(),
+                const char* function = __builtin_FUNCTION()) {
+  Value value{};
+  socklen_t length = sizeof value;
+  if (getsockopt(descriptor, SOL_SOCKET, option, &value, &length) == 0) return value;
+  const int error = errno;
+  kReport.System(droError_Network, "getsockopt(...) failed", error, line, function);
+  return {};
 }
 
 }  // namespace
 
 droOsUdpSocket::droOsUdpSocket() : droOsUdpSocket(droOsSocketType_Udp) {
-  if (Reset() != droError_NoError) kReport(droError_Network, "Can not reset socket", "droOsUdpSocket");
+  if (Reset() != droError_NoError) kReport(droError_Network, "Can not reset socket");
 }
 
 droOsUdpSocket::droOsUdpSocket(const droEOsSocketType& type) : m_type(type) {}
 
 droOsUdpSocket::droOsUdpSocket(const droEOsSocketType& type, int descriptor)
     : m_descriptor(descriptor), m_type(type) {
-  if (descriptor == 0) kReport(droError_Network, "Socket is invalid", "droOsUdpSocket");
+  if (descriptor == 0) kReport(droError_Network, "Socket is invalid");
 }
 
 droOsUdpSocket::~droOsUdpSocket() {
   try {
-    if (droOsUdpSocket::Close() != droError_NoError)
-      kReport(droError_Network, "Can not close socket", "~droOsUdpSocket");
+    if (droOsUdpSocket::Close() != droError_NoError) kReport(droError_Network, "Can not close socket");
   } catch (...) {
     // The log's level asks for exceptions, and none may leave a destructor. The descriptor is closed already.
   }
 }
 
 droEError droOsUdpSocket::Reset() {
-  if (Close() != droError_NoError) return kReport(droError_Network, "Can not close socket", "Reset");
+  if (Close() != droError_NoError) return kReport(droError_Network, "Can not close socket");
   m_descriptor = socket(AF_INET, SOCK_DGRAM, IPPROTO_UDP);
   if (IsValid()) return droError_NoError;
   // The kernel gives out 0 while the program has no standard input. It counts as no socket here and must not
   // stay open unseen.
   close(std::exchange(m_descriptor, 0));
-  return kReport(droError_Network, "Can not create socket", "Reset");
+  return kReport(droError_Network, "Can not create socket");
 }
 
 droEError droOsUdpSocket::SetTo(const droString& host, unsigned short port) {
@@ -103,36 +154,30 @@ droEError droOsUdpSocket::SetTo(const droString& host, unsigned short port) {
   const hostent* const found = gethostbyname(name.c_str());
   if (found == nullptr || found->h_addrtype != AF_INET || found->h_length != sizeof(in_addr) ||
       found->h_addr_list[0] == nullptr) {
-    return kReport(droError_Network, "gethostbyname failed", "SetTo");
+    return kReport(droError_Network, "gethostbyname failed");
   }
   std::memcpy(&m_address.sin_addr, found->h_addr_list[0], sizeof(in_addr));
   return droError_NoError;
 }
 
 int droOsUdpSocket::Send(const void* data, unsigned int length) {
-  if (!IsValid()) {
-    kReport(droError_Network, "Socket is invalid.", "Send");
-    return kFailed;
-  }
+  if (!IsUsable(*this)) return kFailed;
   const auto send = [&] {
     return sendto(m_descriptor, data, length, MSG_NOSIGNAL, reinterpret_cast<const sockaddr*>(&m_address),
                   sizeof m_address);
   };
-  return Transfer(send, length, "send error", "Send");
+  return Transfer(send, length, "send error");
 }
 
 // NOLINTNEXTLINE(readability-make-member-function-const): it takes a datagram out of the socket
 int droOsUdpSocket::Receive(void* o_data, unsigned int size, droString* o_address, unsigned short* o_port) {
-  if (!IsValid()) {
-    kReport(droError_Network, "Socket is invalid", "Receive");
-    return kFailed;
-  }
+  if (!IsUsable(*this, "Socket is invalid")) return kFailed;
   sockaddr_in source{};
   const auto receive = [&] {
     socklen_t sourceLength = sizeof source;
     return recvfrom(m_descriptor, o_data, size, 0, reinterpret_cast<sockaddr*>(&source), &sourceLength);
   };
-  const int count = Transfer(receive, size, "recv error", "Receive");
+  const int count = Transfer(receive, size, "recv error");
   if (count < 0) return count;
 
   if (o_address != nullptr) {
@@ -143,34 +188,38 @@ int droOsUdpSocket::Receive(void* o_data, unsigned int size, droString* o_addres
   return count;
 }
 
-bool droOsUdpSocket::SetBroadcast(bool on) { return SetOption(SO_BROADCAST, int{on}, "SetBroadcast"); }
+bool droOsUdpSocket::SetBroadcast(bool on) {
+  return IsUsable(*this) && SetOption(m_descriptor, SO_BROADCAST, int{on});
+}
 
 bool droOsUdpSocket::IsReadyToReceive(unsigned int milliseconds) const {
-  return IsReady(true, milliseconds, "IsReadyToReceive");
+  return IsUsable(*this, "Socket is not valid.") &&
+         WaitUntilReady(m_descriptor, Readiness::ToReceive, milliseconds);
 }
 
 bool droOsUdpSocket::IsReadyToSend(unsigned int milliseconds) const {
-  return IsReady(false, milliseconds, "IsReadyToSend");
+  return IsUsable(*this, "Socket is not valid.") &&
+         WaitUntilReady(m_descriptor, Readiness::ToSend, milliseconds);
 }
 
 bool droOsUdpSocket::SetReceiveTimeOut(const unsigned int& milliseconds) {
-  return SetOption(SO_RCVTIMEO, ToTimeval(milliseconds), "SetReceiveTimeOut");
+  return IsUsable(*this) && SetOption(m_descriptor, SO_RCVTIMEO, ToTimeval(milliseconds));
 }
 
 unsigned int droOsUdpSocket::GetReceiveTimeOut() const {
-  return ToMilliseconds(GetOption<timeval>(SO_RCVTIMEO, "GetReceiveTimeOut"));
+  return IsUsable(*this) ? ToMilliseconds(GetOption<timeval>(m_descriptor, SO_RCVTIMEO)) : 0;
 }
 
 bool droOsUdpSocket::SetSendTimeOut(const unsigned int& milliseconds) {
-  return SetOption(SO_SNDTIMEO, ToTimeval(milliseconds), "SetSendTimeOut");
+  return IsUsable(*this) && SetOption(m_descriptor, SO_SNDTIMEO, ToTimeval(milliseconds));
 }
 
 unsigned int droOsUdpSocket::GetSendTimeOut() const {
-  return ToMilliseconds(GetOption<timeval>(SO_SNDTIMEO, "GetSendTimeOut"));
+  return IsUsable(*this) ? ToMilliseconds(GetOption<timeval>(m_descriptor, SO_SNDTIMEO)) : 0;
 }
 
 unsigned int droOsUdpSocket::GetMaxMessageSize() const {
-  return static_cast<unsigned int>(GetOption<int>(SO_SNDBUF, "GetMaxMessageSize"));
+  return IsUsable(*this) ? static_cast<unsigned int>(GetOption<int>(m_descriptor, SO_SNDBUF)) : 0;
 }
 
 droEError droOsUdpSocket::Close() {
@@ -184,8 +233,8 @@ droEError droOsUdpSocket::Close() {
 
   droEError result = droError_NoError;
   if (shutdownError != 0 && shutdownError != ENOTCONN)  // a datagram socket is not connected
-    result = kReport.System(droError_Network, "shutdown(...) failed", shutdownError, "Close");
-  if (closeError != 0) result = kReport.System(droError_Network, "close(...) failed", closeError, "Close");
+    result = kReport.System(droError_Network, "shutdown(...) failed", shutdownError);
+  if (closeError != 0) result = kReport.System(droError_Network, "close(...) failed", closeError);
   return result;
 }
 
@@ -200,54 +249,7 @@ droEError droOsUdpSocket::WakeOnLan(const unsigned char* mac, unsigned short por
   socket.SetBroadcast(true);
   socket.SetTo("255.255.255.255", port);
   if (socket.Send(packet.data(), packet.size()) == static_cast<int>(packet.size())) return droError_NoError;
-  return kReport(droError_OperationFailed, "can not send all packet data", "WakeOnLan");
-}
-
-bool droOsUdpSocket::IsReady(bool toReceive, unsigned int milliseconds, const char* function) const {
-  if (!IsValid()) {
-    kReport(droError_Network, "Socket is not valid.", function);
-    return false;
-  }
-  int ready = -1;
-  int error = EBADF;
-  if (fcntl(m_descriptor, F_GETFD) != -1) {  // only an open descriptor has a place in a set
-    // An fd_set ends at FD_SETSIZE, the descriptors of a busy server do not: the set is as long as it must
-    // be.
-    std::vector<fd_mask> bits(static_cast<std::size_t>(m_descriptor / NFDBITS) + 1);
-    bits.back() = static_cast<fd_mask>(1UL << (m_descriptor % NFDBITS));
-    auto* const set = reinterpret_cast<fd_set*>(bits.data());
-    timeval timeOut = ToTimeval(milliseconds);
-    ready = select(m_descriptor + 1, toReceive ? set : nullptr, toReceive ? nullptr : set, nullptr, &timeOut);
-    error = errno;
-  }
-  if (ready == -1) kReport.System(droError_Network, "select(...) failed", error, function);
-  return ready > 0;
-}
-
-template <class Value>
-bool droOsUdpSocket::SetOption(int option, const Value& value, const char* function) {
-  if (!IsValid()) {
-    kReport(droError_Network, "Socket is invalid.", function);
-    return false;
-  }
-  if (setsockopt(m_descriptor, SOL_SOCKET, option, &value, sizeof value) == 0) return true;
-  const int error = errno;
-  kReport.System(droError_Network, "setsockopt(...) failed", error, function);
-  return false;
-}
-
-template <class Value>
-Value droOsUdpSocket::GetOption(int option, const char* function) const {
-  if (!IsValid()) {
-    kReport(droError_Network, "Socket is invalid.", function);
-    return {};
-  }
-  Value value{};
-  socklen_t length = sizeof value;
-  if (getsockopt(m_descriptor, SOL_SOCKET, option, &value, &length) == 0) return value;
-  const int error = errno;
-  kReport.System(droError_Network, "getsockopt(...) failed", error, function);
-  return {};
+  return kReport(droError_OperationFailed, "can not send all packet data");
 }
 
 }  // namespace dro

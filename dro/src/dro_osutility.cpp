@@ -17,15 +17,16 @@ namespace {
 
 constexpr droReporter kReport{"dro_osutility"};
 
-droEError ReportNoPipe(const char* function, int line = __builtin_LINE()) {
-  return kReport(droError_InvalidPointer, "Can not open system pipe", function, line);
+droEError ReportNoPipe(int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
+  return kReport(droError_InvalidPointer, "Can not open system pipe", line, function);
 }
 
 // Appends all that a command prints. A failure is reported in the name of `function`.
-droEError AppendOutput(const droString& command, droString& io_output, const char* function) {
+droEError AppendOutput(const droString& command, droString& io_output, int line = __builtin_LINE(),
+                       const char* function = __builtin_FUNCTION()) {
   vlib::CommandOutput output(command);
-  if (!output.IsOpen()) return ReportNoPipe(function);
-  for (std::string line; output.ReadLine(line);) io_output.append(line);
+  if (!output.IsOpen()) return ReportNoPipe(line, function);
+  for (std::string printed; output.ReadLine(printed);) io_output.append(printed);
   return droError_NoError;
 }
 
@@ -35,7 +36,7 @@ const droString droOsUtility::Separator = "/";
 
 droEError droOsUtility::FileDelete(const char* path) {
   if (path != nullptr && unlink(path) == 0) return droError_NoError;
-  return kReport(droError_OperationFailed, "Can not delete file", "FileDelete");
+  return kReport(droError_OperationFailed, "Can not delete file");
 }
 
 bool droOsUtility::FileExist(const char* path) { return path != nullptr && droOsFile(path, "rb").IsValid(); }
@@ -61,33 +62,30 @@ droString droOsUtility::GetModuleFullPath(const droString& path) { return vlib::
 int droOsUtility::Execute(const droString& command) { return std::system(command.c_str()); }
 
 droEError droOsUtility::ExecuteCommandLine(const droString& command, droString* io_output) {
-  if (io_output == nullptr) return kReport(droError_InvalidArgument, "o_pData == 0", "ExecuteCommandLine");
-  return AppendOutput(command, *io_output, "ExecuteCommandLine");
+  if (io_output == nullptr) return kReport(droError_InvalidArgument, "o_pData == 0");
+  return AppendOutput(command, *io_output);
 }
 
 droEError droOsUtility::ExecuteScript(const droString& folder, const droString& script,
                                       droString* io_output) {
-  const auto report = [](const droString& message, int line = __builtin_LINE()) {
-    return kReport(droError_OperationFailed, message, "ExecuteScript", line);
-  };
-  if (io_output == nullptr) return kReport(droError_InvalidArgument, "o_pData == 0", "ExecuteScript");
+  if (io_output == nullptr) return kReport(droError_InvalidArgument, "o_pData == 0");
   const droString path = folder + Separator + "tavon.sh";
 
   // A program that another thread starts must not keep the script open ("e"): a file open for writing does
   // not run.
   droOsFile file(path, "we");
-  if (!file.IsValid()) return report("Can not write tmp file " + path);
+  if (!file.IsValid()) return kReport(droError_OperationFailed, "Can not write tmp file " + path);
   if (std::cmp_not_equal(file.WriteText("%s", script.c_str()), script.size())) {
-    return report("Can not write all data " + script);
+    return kReport(droError_OperationFailed, "Can not write all data " + script);
   }
   // A disk may turn out to be full only now, and half a script must not run.
   const droEError closed = file.Close();
   if (closed != droError_NoError) return closed;
   if (chmod(path.c_str(), 0755) != 0) {
     const int error = errno;
-    return kReport.System(droError_OperationFailed, "Can not set chmod " + path, error, "ExecuteScript");
+    return kReport.System(droError_OperationFailed, "Can not set chmod " + path, error);
   }
-  return AppendOutput(path, *io_output, "ExecuteScript");
+  return AppendOutput(path, *io_output);
 }
 
 long droOsUtility::GetHostID() { return gethostid(); }
@@ -95,14 +93,14 @@ long droOsUtility::GetHostID() { return gethostid(); }
 droString droOsUtility::GetCpuSerial() {
   droString output;  // empty without a pipe, and that has no serial number in it
   droString serial;
-  AppendOutput("cat /proc/cpuinfo | grep Serial", output, "GetCpuSerial");
+  AppendOutput("cat /proc/cpuinfo | grep Serial", output);
   return output.Extract(&serial, ": ", "\n", true, 0) == -1 ? "0000000000000000" : serial;
 }
 
 unsigned long droOsUtility::GetSourceSize(const droString& device) {
   vlib::CommandOutput output("df -B M | grep " + device + " | awk '{print $2}'");
   if (!output.IsOpen()) {
-    ReportNoPipe("GetSourceSize");
+    ReportNoPipe();
     return 0;
   }
   std::string line;
@@ -113,11 +111,11 @@ unsigned long droOsUtility::GetSourceSize(const droString& device) {
 }
 
 droEError droOsUtility::GetMacAddress(droArray<droString>* io_macs) {
-  if (io_macs == nullptr) return kReport(droError_InvalidArgument, "o_aMacs == 0", "GetMacAddress");
+  if (io_macs == nullptr) return kReport(droError_InvalidArgument, "o_aMacs == 0");
   const droString path = "/sys/class/net/";
   Folder folder;
   if (GetFolder(path, &folder) != droError_NoError) {
-    return kReport(droError_OperationFailed, "Can not get folder", "GetMacAddress");
+    return kReport(droError_OperationFailed, "Can not get folder");
   }
 
   FolderFile interface;

@@ -1,27 +1,16 @@
 #include "dro_string.h"
 
-#include <utf8.h>
-
 #include <algorithm>
 #include <cstdlib>
 #include <cwchar>
-#include <iterator>
 
 #include "dro_error.h"
+#include "vutf8.h"
 
 namespace dro {
 namespace {
 
 constexpr droReporter kReport{"dro_string"};
-
-// Scrambling undoes itself: both directions are the same.
-void ScrambleBuffer(unsigned char* buffer, unsigned int length, const droString& key, const char* function) {
-  if (buffer == nullptr) {
-    kReport(droError_InvalidArgument, "io_buffer == 0", function);
-    return;
-  }
-  vlib::Scramble({buffer, length}, key);
-}
 
 }  // namespace
 
@@ -112,29 +101,20 @@ std::int32_t droString::AsInt(const droString& text, int base) { return AsLong(t
 droString droString::FromLongLong(long long value) { return std::to_string(value); }
 
 std::wstring droString::FromUTF8(const char* text) {
-  std::wstring wide;
-  if (text == nullptr) {
-    kReport(droError_InvalidArgument, "pBuffer == 0", "FromUTF8");
-    return wide;
-  }
-  const char* const end = text + std::char_traits<char>::length(text);
-  while (text != end) wide.push_back(static_cast<wchar_t>(utf8::next(text, end)));
-  return wide;
+  if (text != nullptr) return vlib::DecodeUtf8(text);
+  kReport(droError_InvalidArgument, "pBuffer == 0");
+  return {};
 }
 
 droString droString::AsUTF8(const wchar_t* text) {
-  droString bytes;
-  if (text == nullptr) {
-    kReport(droError_InvalidArgument, "pBuffer == 0", "AsUTF8");
-    return bytes;
-  }
-  for (; *text != L'\0'; ++text) utf8::append(static_cast<std::uint32_t>(*text), std::back_inserter(bytes));
-  return bytes;
+  if (text != nullptr) return vlib::EncodeUtf8(text);
+  kReport(droError_InvalidArgument, "pBuffer == 0");
+  return {};
 }
 
 droString droString::FromWide(const wchar_t* text, unsigned int length) {
   if (text == nullptr) {
-    kReport(droError_InvalidArgument, "pBuffer == 0", "FromWide");
+    kReport(droError_InvalidArgument, "pBuffer == 0");
     return {};
   }
   // The conversion stops at a terminator only, so the wanted characters are copied to where one follows them.
@@ -147,21 +127,19 @@ droString droString::FromWide(const wchar_t* text, unsigned int length) {
 }
 
 void droString::AsWide(const droString& text, wchar_t* o_buffer, unsigned int length) {
-  if (o_buffer == nullptr || length == 0) {
-    kReport(droError_InvalidArgument, "io_buffer or len_buffer == 0", "AsWide");
-    return;
+  if (!vlib::CopyUtf8ToWide(o_buffer, length, text.c_str(), static_cast<unsigned int>(text.size()))) {
+    kReport(droError_InvalidArgument, "io_buffer or len_buffer == 0");
   }
-  CharToWide(o_buffer, length, text.c_str(), static_cast<unsigned int>(text.size()));
 }
 
 void droString::SerialStringToData(droArray<unsigned char>* io_data, const droString& serial,
                                    const droString& separator) {
   if (serial.empty()) {
-    kReport(droError_InvalidArgument, "strSerial == 0", "SerialStringToData");
+    kReport(droError_InvalidArgument, "strSerial == 0");
     return;
   }
   if (io_data == nullptr) {
-    kReport(droError_InvalidArgument, "o_data == 0", "SerialStringToData");
+    kReport(droError_InvalidArgument, "o_data == 0");
     return;
   }
   vlib::ForEachPiece(serial, separator, [&](std::string_view piece, bool /*isLast*/) {
@@ -170,18 +148,16 @@ void droString::SerialStringToData(droArray<unsigned char>* io_data, const droSt
 }
 
 void droString::DataCrypt(unsigned char* io_buffer, unsigned int length, const droString& key) {
-  ScrambleBuffer(io_buffer, length, key, "DataCrypt");
+  if (!vlib::ScrambleBuffer(io_buffer, length, key)) kReport(droError_InvalidArgument, "io_buffer == 0");
 }
 
 void droString::DataDeCrypt(unsigned char* io_buffer, unsigned int length, const droString& key) {
-  ScrambleBuffer(io_buffer, length, key, "DataDeCrypt");
+  if (!vlib::ScrambleBuffer(io_buffer, length, key)) kReport(droError_InvalidArgument, "io_buffer == 0");
 }
 
 void CharToWide(wchar_t* o_wide, unsigned int capacity, const char* in, unsigned int inLength) {
-  if (o_wide == nullptr || capacity == 0) return;
-  const std::wstring wide = droString::FromUTF8(in);
-  const auto count = std::min<std::size_t>({inLength, capacity - 1, wide.size()});
-  *std::copy_n(wide.begin(), count, o_wide) = L'\0';
+  const bool copied = vlib::CopyUtf8ToWide(o_wide, capacity, in, inLength);
+  if (copied && in == nullptr) kReport(droError_InvalidArgument, "pBuffer == 0");
 }
 
 }  // namespace dro

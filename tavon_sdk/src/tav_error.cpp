@@ -3,13 +3,11 @@
 #include <array>
 #include <cstdio>
 
-#include "vlogfile.h"
+#include "verrorlog.h"
 #include "vutility.h"
 
 namespace tavon {
 namespace {
-
-constexpr const char* kSource = "tav_error";
 
 // In the order of the codes. The spelling is known to those who search their logs for it.
 constexpr std::array kErrorTexts = {
@@ -29,28 +27,19 @@ constexpr std::array kErrorTexts = {
     "Limit on the number of tasks supported by the Windows Sockets implementation has been reached.",
 };
 
-// A log that cannot be cut speaks on the console only: it could not store a record of its own either.
-tavEError PrintLogFault(tavEError code, const char* message, int line) {
-  std::printf("%s",
-              tavBuildErrorLocation(code, message, kSource, "tavErrorLog", line).GetDescription().c_str());
-  return code;
-}
-
-// Appends to the log file. Anything but tavError_NoError means that the file could not be cut.
-tavEError Store(const tavString& description) {
-  switch (vlib::AppendToLogFile(tavError::LogFile, description, tavError::LogFileSize,
-                                tavError::CurrentLogFileSize)) {
-    case vlib::LogFileFault::None:
-      break;
-    case vlib::LogFileFault::CannotRead:
-      return PrintLogFault(tavError_InvalidPointer, "Can not rebuild log error file.", 206);
+// The record of a log file that cannot be cut.
+tavError FaultRecord(vlib::LogFileFault fault) {
+  const auto record = [](tavEError code, const char* message, int line) {
+    return tavBuildErrorLocation(code, message, "tav_error", "tavErrorLog", line);
+  };
+  switch (fault) {
     case vlib::LogFileFault::OutOfMemory:
-      return PrintLogFault(tavError_OutOfMemory, "Can not allocate buffer for to rebuild log error file.",
-                           182);
+      return record(tavError_OutOfMemory, "Can not allocate buffer for to rebuild log error file.", 182);
     case vlib::LogFileFault::CannotWrite:
-      return PrintLogFault(tavError_InvalidPointer, "Can not write for to rebuild log error file.", 200);
+      return record(tavError_InvalidPointer, "Can not write for to rebuild log error file.", 200);
+    default:
+      return record(tavError_InvalidPointer, "Can not rebuild log error file.", 206);
   }
-  return tavError_NoError;
 }
 
 }  // namespace
@@ -58,7 +47,7 @@ tavEError Store(const tavString& description) {
 unsigned int tavError::Level = tavLogLevel_Console;
 tavString tavError::LogFile = "tav_system.log";
 unsigned int tavError::LogFileSize = 512000;
-std::atomic<unsigned int> tavError::CurrentLogFileSize = 0;
+unsigned int tavError::CurrentLogFileSize = 0;
 void (*tavError::ShowErrorCallBack)(const tavError&) = nullptr;
 
 tavError::tavError(const tavEError& code, const tavString& message) : m_code(code) {
@@ -84,29 +73,13 @@ tavString tavErrorWindowsToString(int /*code*/) { return {}; }
 tavError tavBuildErrorLocation(tavEError code, const tavString& message, const char* file,
                                const char* function, int line) {
   if (code == tavError_NoError) return {code, message};
-  tavString text;
-  text.append("File ----------- : ").append(file).append("\n");
-  text.append("Function ------- : ").append(function).append("\n");
-  text.append("Line Number ---- : ");
-  text.AddFormat(64, "%i\n", line);
-  text.append("Custom Message - : ").append(message);
-  return {code, text};
+  return {code, vlib::MessageWithPlace(message, file, function, line)};
 }
 
 tavEError tavErrorLog(const tavError& error) {
-  const unsigned int level = tavError::Level;
   const tavString description = error.GetDescription();
-
-  if ((level & tavLogLevel_Console) != 0) std::printf("%s", description.c_str());
-  if ((level & tavLogLevel_File) != 0) {
-    const tavEError fault = Store(description);
-    if (fault != tavError_NoError) return fault;
-  }
-  if ((level & tavLogLevel_Throw) != 0) throw tavError(error);
-  if ((level & tavLogLevel_CallBack) != 0 && tavError::ShowErrorCallBack != nullptr) {
-    tavError::ShowErrorCallBack(error);
-  }
-  return error.GetError();
+  const auto print = [&] { std::printf("%s", description.c_str()); };
+  return vlib::LogRecord(error, description, tavError::CurrentLogFileSize, print, FaultRecord);
 }
 
 }  // namespace tavon

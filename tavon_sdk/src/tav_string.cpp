@@ -1,26 +1,16 @@
 #include "tav_string.h"
 
-#include <algorithm>
 #include <cwchar>
-#include <memory>
 #include <stdexcept>
 
 #include "tav_error.h"
+#include "vutf8.h"
 #include "vutility.h"
 
 namespace tavon {
 namespace {
 
 constexpr tavReporter kReport{"tav_string"};
-
-void ScrambleBuffer(unsigned char* buffer, unsigned int length, const tavString& key, const char* function,
-                    int line) {
-  if (buffer == nullptr) {
-    kReport(tavError_InvalidArgument, "io_buffer == 0", function, line);
-    return;
-  }
-  vlib::Scramble({buffer, length}, key);
-}
 
 // Memory for `length` bytes and a terminating zero; false when there is none.
 bool Reserve(tavString& text, std::size_t length) {
@@ -58,16 +48,19 @@ std::int32_t tavString::AsLong(const tavString& text, int base) {
 std::int32_t tavString::AsInt(const tavString& text, int base) { return AsLong(text, base); }
 
 void tavString::DataCrypt(unsigned char* io_buffer, unsigned int length, const tavString& key) {
-  ScrambleBuffer(io_buffer, length, key, "DataCrypt", 251);
+  if (!vlib::ScrambleBuffer(io_buffer, length, key)) {
+    kReport(tavError_InvalidArgument, "io_buffer == 0", "DataCrypt", 251);
+  }
 }
 
 void tavString::DataDeCrypt(unsigned char* io_buffer, unsigned int length, const tavString& key) {
-  ScrambleBuffer(io_buffer, length, key, "DataDeCrypt", 270);
+  if (!vlib::ScrambleBuffer(io_buffer, length, key)) {
+    kReport(tavError_InvalidArgument, "io_buffer == 0", "DataDeCrypt", 270);
+  }
 }
 
 tavString tavString::AsUTF8(const wchar_t* text) {
-  const std::unique_ptr<char[]> bytes(VUtility::WideCharToUTF8(text));
-  return bytes ? tavString(bytes.get()) : tavString();
+  return text == nullptr ? tavString() : tavString(vlib::EncodeUtf8(text));
 }
 
 tavString tavString::AsUTF8(const std::wstring& text) { return AsUTF8(text.c_str()); }
@@ -87,18 +80,13 @@ tavString tavString::FromWide(const wchar_t* text, unsigned int length) {
 }
 
 void tavString::AsWide(const tavString& text, wchar_t* io_buffer, unsigned int capacity) {
-  if (io_buffer == nullptr || capacity == 0) {
+  if (!vlib::CopyUtf8ToWide(io_buffer, capacity, text.c_str(), static_cast<unsigned int>(text.size()))) {
     kReport(tavError_InvalidArgument, "io_buffer or len_buffer == 0", "AsWide", 356);
-    return;
   }
-  CharToWide(io_buffer, capacity, text.c_str(), static_cast<unsigned int>(text.size()));
 }
 
 void CharToWide(wchar_t* out, unsigned int capacity, const char* in, unsigned int inLength) {
-  if (out == nullptr || capacity == 0) return;
-  const std::wstring wide = VUtility::UTF8ToWideString(in);
-  const std::size_t copied = wide.copy(out, std::min(inLength, capacity - 1));
-  out[copied] = L'\0';
+  vlib::CopyUtf8ToWide(out, capacity, in, inLength);
 }
 
 }  // namespace tavon
