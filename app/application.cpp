@@ -108,7 +108,6 @@ tavString Application::GetInfo() const {
 }
 
 unsigned int Application::Init(int argc, char** argv) {
-  constexpr const char* function = "Init";
   tavApplication::Init(argc, argv);
   const tavon::tavCommandLine arguments(argv, argc);
 
@@ -128,32 +127,30 @@ unsigned int Application::Init(int argc, char** argv) {
   Port = arguments.GetArgument("-ap", &value) ? tavString::AsInt(value, 10) : kDefaultServerPort;
 
   if (!arguments.GetArgument("-id", &value)) {
-    return kReport(tavon::tavError_InvalidArgument, "-id must be specified.", function, 113);
+    return kReport(tavon::tavError_InvalidArgument, "-id must be specified.", 113);
   }
   Id = tavString::AsULong(value, 10);
   if (!arguments.GetArgument("-val", &Value)) {
-    return kReport(tavon::tavError_InvalidArgument, "-val must be specified.", function, 117);
+    return kReport(tavon::tavError_InvalidArgument, "-val must be specified.", 117);
   }
   if (!arguments.GetArgument("-type", &Type)) {
-    return kReport(tavon::tavError_InvalidArgument, "-type must be specified.", function, 121);
+    return kReport(tavon::tavError_InvalidArgument, "-type must be specified.", 121);
   }
   if (arguments.GetArgument("-y", &value) && !IsCurrentYear(tavString::AsULong(value, 10))) {
-    return kReport(tavon::tavError_OperationFailed, "Is not time to run event, wrong year", function, 129);
+    return kReport(tavon::tavError_OperationFailed, "Is not time to run event, wrong year", 129);
   }
   return tavon::tavError_NoError;
 }
 
 unsigned int Application::Execute() {
-  constexpr const char* function = "Execute";
   if (Value.empty()) {
-    return kReport(tavon::tavError_InvalidArgument, "Insalid Parameter Data", function, 137);
+    return kReport(tavon::tavError_InvalidArgument, "Insalid Parameter Data", 137);
   }
 
   const tavon::tavEObject type = TypeIdOf(Type);
   std::vector<unsigned char> data;
   if (tavon::tavParameterFactory::StringToData(type, Value, &data) != tavon::tavError_NoError) {
-    return kReport(tavon::tavError_OperationFailed, "Can not convert string data to buffer data", function,
-                   151);
+    return kReport(tavon::tavError_OperationFailed, "Can not convert string data to buffer data", 151);
   }
   // A schedule without set-points switches the stored one on or off: only its active byte travels.
   if (type == tavon::tavObject_ParameterThermoChronoWeek && Value.find(',') == tavString::npos)
@@ -163,7 +160,7 @@ unsigned int Application::Execute() {
   socket.SetTo(kLoopbackHost, kEventPort);
   const EventDatagram datagram(Id, data);
   if (socket.Send(datagram.Data(), datagram.Size()) != static_cast<int>(datagram.Size())) {
-    return kReport(tavon::tavError_OperationFailed, "Can not send UDP Data", function, 187);
+    return kReport(tavon::tavError_OperationFailed, "Can not send UDP Data", 187);
   }
   try {
     socket.Close();

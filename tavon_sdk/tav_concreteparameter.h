@@ -8,21 +8,22 @@
 
 namespace tavon {
 
-// Where a type's reports come from: its source name and the lines that stand in the records. The lines are
-// fixed, so that a report can be looked up by them; most simple types share them.
-struct tavParameterSource {
-  const char* name;
-  int setDataFromString = 36;
-  int setDataValue = 82;
-  int getDataValue = 86;
-  int comparison = 97;
+// The published lines of the records that every type writes; see tavReporter.
+struct tavPublishedLines {
+  int setDataFromString;
+  int setDataValue;
+  int getDataValue;
+  int comparison;
 };
 
 // What every concrete parameter type repeats, between the value of N bytes and the type itself: type id and
 // name, the typed casts, setting the value from text, and the calls that no type supports.
 //
-// `Self` is the type that derives from it. It names itself with TypeId, TypeName and Source, and brings the
-// text syntax of its value with GetBinaryDataFromString.
+// `Self` is the type that derives from it. It brings
+//   TypeId, TypeName         what it is,
+//   Report                   the reporter of its source file,
+//   GetBinaryDataFromString  the text syntax of its value,
+//   Lines                    tavPublishedLines, if the lines of its records are published.
 template <class Self, unsigned int N>
 class tavConcreteParameter : public tavTParameter<N> {
  public:
@@ -64,26 +65,22 @@ class tavConcreteParameter : public tavTParameter<N> {
   }
 
   void SetDataValue(const dro::droValue& /*value*/) override {
-    Report(tavError_OperationFailed, "MUST BE IMPLEMENTED", "SetDataValue", Self::Source.setDataValue);
+    Self::Report(tavError_OperationFailed, "MUST BE IMPLEMENTED", LineOf(&tavPublishedLines::setDataValue));
   }
   void GetDataValue(dro::droValue* /*o_value*/) const override {
-    Report(tavError_OperationFailed, "MUST BE IMPLEMENTED", "GetDataValue", Self::Source.getDataValue);
+    Self::Report(tavError_OperationFailed, "MUST BE IMPLEMENTED", LineOf(&tavPublishedLines::getDataValue));
   }
 
  protected:
-  static tavEError Report(tavEError code, const tavString& message, const char* function, int line) {
-    return tavReporter(Self::Source.name)(code, message, function, line);
-  }
-
   static tavEError ReportOtherType() {
-    return Report(tavError_InvalidArgument, std::string("pPrm != tavObject_") + Self::TypeName,
-                  "SetDataFromString", Self::Source.setDataFromString);
+    return Self::Report(tavError_InvalidArgument, std::string("pPrm != tavObject_") + Self::TypeName,
+                        LineOf(&tavPublishedLines::setDataFromString), "SetDataFromString");
   }
 
   // For Comparison: reports what is no operator. Always false.
   static bool ReportUnknownOperator() {
-    Report(tavError_OperationFailed, "UnKnown tavECodeOperator operator type", "Comparison",
-           Self::Source.comparison);
+    Self::Report(tavError_OperationFailed, "UnKnown tavECodeOperator operator type",
+                 LineOf(&tavPublishedLines::comparison), "Comparison");
     return false;
   }
 
@@ -125,6 +122,15 @@ class tavConcreteParameter : public tavTParameter<N> {
   }
 
  private:
+  // The published line of a record; that of the call where the type has none.
+  static constexpr int LineOf(int tavPublishedLines::*record, int line = __builtin_LINE()) {
+    if constexpr (requires { Self::Lines; }) {
+      return Self::Lines.*record;
+    } else {
+      return line;
+    }
+  }
+
   template <class Parameter>
   Parameter* As() {
     if constexpr (std::is_same_v<Parameter, Self>) {

@@ -80,14 +80,22 @@ tavError tavBuildErrorLocation(tavEError code, const tavString& message, const c
 // printed whatever the level, and the record goes no further.
 tavEError tavErrorLog(const tavError& error);
 
-// Reports the failures of one source file: builds the record with its place and hands it to the log.
+// Reports the failures of one source file in one line each:
+//
+//   constexpr tavReporter kReport{"tav_object"};
+//   if (size == 0) return kReport(tavError_InvalidArgument, "size == 0");
+//
+// Function and line are those of the call. Many records carry a published line instead: people search their
+// logs for that number, so it is part of the record's identity and not a position in today's file. Such a
+// number is passed; nobody writes any other. A lambda has no name of its own and passes the function, too.
 class tavReporter {
  public:
-  // `source` is the name under which the failures are reported: the file's, without folder or extension.
+  // `source` is the name of the file, without folder or extension.
   constexpr explicit tavReporter(const char* source) : m_source(source) {}
 
   // Returns what the log returns, which is `code` unless the log itself fails.
-  tavEError operator()(tavEError code, const tavString& message, const char* function, int line) const {
+  tavEError operator()(tavEError code, const tavString& message, int line = __builtin_LINE(),
+                       const char* function = __builtin_FUNCTION()) const {
     return tavErrorLog(tavBuildErrorLocation(code, message, m_source, function, line));
   }
 

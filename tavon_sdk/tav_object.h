@@ -124,7 +124,8 @@ class tavObject : public tavIObject {
  private:
   using Text = std::unique_ptr<wchar_t[]>;
 
-  void StoreText(Text& target, const wchar_t* text, const char* message, const char* function, int line);
+  void StoreText(Text& target, const wchar_t* text, const char* message, int line,
+                 const char* function = __builtin_FUNCTION());
   tavWString CopyOf(const Text& text) const;
 
   unsigned int m_uniqueId = 0;

@@ -16,11 +16,7 @@ class tavParameterAlert : public tavOnOffParameter<tavParameterAlert> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterAlert;
   static constexpr const char* TypeName = "ParameterAlert";
-  static constexpr tavParameterSource Source{.name = "tav_parameteralert",
-                                             .setDataFromString = 38,
-                                             .setDataValue = 84,
-                                             .getDataValue = 88,
-                                             .comparison = 99};
+  static constexpr tavReporter Report{"tav_parameteralert"};
 
   // Changing the sense also sets the value to what is inactive in the new one: 1 when inverted, else 0.
   // Intended.

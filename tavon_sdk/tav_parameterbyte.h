@@ -9,7 +9,7 @@ class tavParameterByte : public tavByteParameter<tavParameterByte> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterByte;
   static constexpr const char* TypeName = "ParameterByte";
-  static constexpr tavParameterSource Source{.name = "tav_parameterbyte"};
+  static constexpr tavReporter Report{"tav_parameterbyte"};
 
   void SetValue(unsigned char value) { SetByte(value); }
 

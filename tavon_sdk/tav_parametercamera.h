@@ -9,8 +9,7 @@ class tavParameterCamera : public tavTextParameter<tavParameterCamera> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterCamera;
   static constexpr const char* TypeName = "ParameterCamera";
-  static constexpr tavParameterSource Source{.name = "tav_parametercamera"};
-  static constexpr int GetDataCopyLine = 70;
+  static constexpr tavReporter Report{"tav_parametercamera"};
 
   // UTF-8; a null text is empty. Setting a URL that differs makes the object dirty.
   void SetLocalUrl(const wchar_t* url);

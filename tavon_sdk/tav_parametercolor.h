@@ -9,11 +9,7 @@ class tavParameterColor : public tavConcreteParameter<tavParameterColor, 4> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterColor;
   static constexpr const char* TypeName = "ParameterColor";
-  static constexpr tavParameterSource Source{.name = "tav_parametercolor",
-                                             .setDataFromString = 48,
-                                             .setDataValue = 94,
-                                             .getDataValue = 98,
-                                             .comparison = 121};
+  static constexpr tavReporter Report{"tav_parametercolor"};
 
   // The components as one number, the first in its highest byte, or one by one.
   void SetValue(const unsigned int& v);

@@ -9,7 +9,7 @@ class tavParameterHDScene : public tavOnOffParameter<tavParameterHDScene> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterHDScene;
   static constexpr const char* TypeName = "ParameterHDScene";
-  static constexpr tavParameterSource Source{.name = "tav_parameterhdscene"};
+  static constexpr tavReporter Report{"tav_parameterhdscene"};
 
   // Writes one byte: 1 when the low 8 bits of the number in the text are not all zero, else 0 ("257" is on,
   // "256" off). An empty text writes nothing, a null buffer is reported, code 6.

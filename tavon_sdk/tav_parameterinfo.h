@@ -9,12 +9,7 @@ class tavParameterInfo : public tavTextParameter<tavParameterInfo> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterInfo;
   static constexpr const char* TypeName = "ParameterInfo";
-  static constexpr tavParameterSource Source{.name = "tav_parameterinfo",
-                                             .setDataFromString = 31,
-                                             .setDataValue = 77,
-                                             .getDataValue = 81,
-                                             .comparison = 118};
-  static constexpr int GetDataCopyLine = 62;
+  static constexpr tavReporter Report{"tav_parameterinfo"};
 
   // Sets the text through SetData; null and empty texts change nothing.
   void SetValue(const wchar_t* text);

@@ -23,11 +23,9 @@ class tavParameterShutter : public tavByteParameter<tavParameterShutter> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterShutter;
   static constexpr const char* TypeName = "ParameterShutter";
-  static constexpr tavParameterSource Source{.name = "tav_parametershutter",
-                                             .setDataFromString = 43,
-                                             .setDataValue = 84,
-                                             .getDataValue = 88,
-                                             .comparison = 99};
+  static constexpr tavReporter Report{"tav_parametershutter"};
+  static constexpr tavPublishedLines Lines{
+      .setDataFromString = 43, .setDataValue = 84, .getDataValue = 88, .comparison = 99};
 
   // The value is 2, and the object dirty: that is a change from 0. Reported: code 5 without memory for the
   // thread, code 1 when it does not start; the shutter then works without stopping itself.

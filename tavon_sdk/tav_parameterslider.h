@@ -9,8 +9,7 @@ class tavParameterSlider : public tavFloatParameter<tavParameterSlider> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterSlider;
   static constexpr const char* TypeName = "ParameterSlider";
-  static constexpr tavParameterSource Source{
-      .name = "tav_parameterslider", .setDataFromString = 40, .comparison = 105};
+  static constexpr tavReporter Report{"tav_parameterslider"};
 
   // Stops at 0.0 and 1.0; not-a-number is stored as it is.
   void SetValue(float value);

@@ -22,11 +22,9 @@ class tavParameterSwitchRelease : public tavOnOffParameter<tavParameterSwitchRel
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterSwitchRelease;
   static constexpr const char* TypeName = "ParameterSwitchRelease";
-  static constexpr tavParameterSource Source{.name = "tav_parameterswitchrelease",
-                                             .setDataFromString = 38,
-                                             .setDataValue = 85,
-                                             .getDataValue = 89,
-                                             .comparison = 99};
+  static constexpr tavReporter Report{"tav_parameterswitchrelease"};
+  static constexpr tavPublishedLines Lines{
+      .setDataFromString = 38, .setDataValue = 85, .getDataValue = 89, .comparison = 99};
 
   tavParameterSwitchRelease();
   ~tavParameterSwitchRelease() override;

@@ -9,7 +9,7 @@ class tavParameterThermo : public tavFloatParameter<tavParameterThermo> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterThermo;
   static constexpr const char* TypeName = "ParameterThermo";
-  static constexpr tavParameterSource Source{.name = "tav_parameterthermo"};
+  static constexpr tavReporter Report{"tav_parameterthermo"};
 
   // Writes four bytes: the number in the text, little-endian single precision, any value. An empty text
   // writes nothing, a null buffer is reported, code 6.

@@ -22,11 +22,9 @@ class tavParameterThermoChronoWeek : public tavConcreteParameter<tavParameterThe
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterThermoChronoWeek;
   static constexpr const char* TypeName = "ParameterThermoChronoWeek";
-  static constexpr tavParameterSource Source{.name = "tav_parameterthermochronoweek",
-                                             .setDataFromString = 72,
-                                             .setDataValue = 98,
-                                             .getDataValue = 102,
-                                             .comparison = 211};
+  static constexpr tavReporter Report{"tav_parameterthermochronoweek"};
+  static constexpr tavPublishedLines Lines{
+      .setDataFromString = 72, .setDataValue = 98, .getDataValue = 102, .comparison = 211};
 
   enum EDays : std::int32_t {
     Days_Monday = 2,

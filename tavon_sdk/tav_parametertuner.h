@@ -9,7 +9,7 @@ class tavParameterTuner : public tavFloatParameter<tavParameterTuner> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterTuner;
   static constexpr const char* TypeName = "ParameterTuner";
-  static constexpr tavParameterSource Source{.name = "tav_parametertuner"};
+  static constexpr tavReporter Report{"tav_parametertuner"};
 
   // Writes four bytes: the number in the text, little-endian single precision, any value. An empty text
   // writes nothing, a null buffer is reported, code 6.

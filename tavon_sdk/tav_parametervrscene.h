@@ -25,11 +25,9 @@ class tavParameterVRScene : public tavByteParameter<tavParameterVRScene> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterVRScene;
   static constexpr const char* TypeName = "ParameterVRScene";
-  static constexpr tavParameterSource Source{.name = "tav_parametervrscene",
-                                             .setDataFromString = 44,
-                                             .setDataValue = 90,
-                                             .getDataValue = 94,
-                                             .comparison = 148};
+  static constexpr tavReporter Report{"tav_parametervrscene"};
+  static constexpr tavPublishedLines Lines{
+      .setDataFromString = 44, .setDataValue = 90, .getDataValue = 94, .comparison = 148};
 
   // The most items that a scene without waits may have and still be played without a thread; 2 at first. Set
   // before scenes are built.

@@ -21,7 +21,7 @@ class tavTextParameter : public tavConcreteParameter<Self, 1> {
   // Copies the text and its terminating zero.
   void GetDataCopy(unsigned char* io_buffer) const override {
     if (io_buffer == nullptr) {
-      this->Report(tavError_InvalidArgument, "io_buffer == 0", "GetDataCopy", Self::GetDataCopyLine);
+      Self::Report(tavError_InvalidArgument, "io_buffer == 0");
       return;
     }
     const tavSMutex lock(&this->m_lock);

@@ -31,7 +31,7 @@ void tavParameterCamera::AddLocalNetwork(const tavString& prefix) {
 tavString tavParameterCamera::GetUrl(const tavString& strIp) const {
   const std::size_t lastDot = strIp.rfind('.');
   if (lastDot == tavString::npos) {
-    Report(tavError_InvalidArgument, "strIp is not valid ip! " + strIp, "GetUrl", 131);
+    Report(tavError_InvalidArgument, "strIp is not valid ip! " + strIp);
     return {};
   }
   const tavSMutex lock(&m_lock);
@@ -44,12 +44,12 @@ tavString tavParameterCamera::GetUrl(const tavString& strIp) const {
 bool tavParameterCamera::Comparison(const tavECodeOperator& /*op*/, const unsigned char* data,
                                     const unsigned int& size) const {
   if (data == nullptr || size == 0) return false;
-  Report(tavError_OperationFailed, "No comparison for tavParameterCamera!", "Comparison", Source.comparison);
+  Report(tavError_OperationFailed, "No comparison for tavParameterCamera!");
   return false;
 }
 
 tavEError tavParameterCamera::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Source.name, 16, WritePresence);
+  return EncodeValue(text, o_pBuffer, Report, 16, WritePresence);
 }
 
 }  // namespace tavon

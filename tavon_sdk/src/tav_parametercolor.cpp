@@ -48,7 +48,7 @@ void tavParameterColor::SetValue(unsigned char c0, unsigned char c1, unsigned ch
 }
 
 void tavParameterColor::GetValue(unsigned int* o_val) const {
-  if (o_val == nullptr) Report(tavError_InvalidArgument, "o_val == 0", "GetValue", 139);
+  if (o_val == nullptr) Report(tavError_InvalidArgument, "o_val == 0");
   const tavSMutex lock(&m_lock);
   // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): callers never pass null, unless the log throws
   *o_val = static_cast<unsigned int>(m_value[0]) << 24 | static_cast<unsigned int>(m_value[1]) << 16 |
@@ -84,7 +84,7 @@ tavString tavParameterColor::ValueToString() const {
 }
 
 tavEError tavParameterColor::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Source.name, 19, WriteComponents);
+  return EncodeValue(text, o_pBuffer, Report, 19, WriteComponents);
 }
 
 }  // namespace tavon

@@ -48,18 +48,17 @@ constexpr std::array kCreators = {
 }  // namespace
 
 tavIParameter* tavParameterFactory::CreateByType(tavEObject id) {
-  constexpr const char* function = "CreateByType";
   const tavString message = "Can not created parameter " + tavString::FromInt(id);
   const auto row =
       std::find_if(kCreators.begin(), kCreators.end(), [id](const Creator& c) { return c.id == id; });
   if (row == kCreators.end()) {
-    kReport(tavError_InvalidArgument, message, function, 98);
+    kReport(tavError_InvalidArgument, message, 98);
     return nullptr;
   }
   try {
     return row->create();
   } catch (const std::bad_alloc&) {
-    kReport(tavError_OutOfMemory, message, function, 103);
+    kReport(tavError_OutOfMemory, message, 103);
     return nullptr;
   }
 }

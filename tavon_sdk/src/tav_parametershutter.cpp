@@ -28,18 +28,16 @@ void WriteCommand(const tavString& text, unsigned char* target) { *target = Limi
 }  // namespace
 
 tavParameterShutter::tavParameterShutter() {
-  constexpr const char* function = "tavParameterShutter";
   SetValue(kStop);
   switch (StartParameterThread(m_thread, thread_procedure, this, kStackSize)) {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
       // The text names another type; it is known so to those who search their logs for it.
-      Report(tavError_OutOfMemory, "Can not create thread for BlackParameter_ThermoChronoWeek\n", function,
-             61);
+      Report(tavError_OutOfMemory, "Can not create thread for BlackParameter_ThermoChronoWeek\n", 61);
       break;
     case tavThreadStart::Failed:
-      Report(tavError_OperationFailed, "Can not start thread for tavParameterShutter\n", function, 67);
+      Report(tavError_OperationFailed, "Can not start thread for tavParameterShutter\n", 67);
       break;
   }
 }
@@ -123,7 +121,7 @@ void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
 }
 
 tavEError tavParameterShutter::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Source.name, 26, WriteCommand);
+  return EncodeValue(text, o_pBuffer, Report, 26, WriteCommand);
 }
 
 }  // namespace tavon

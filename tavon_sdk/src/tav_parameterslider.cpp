@@ -21,7 +21,7 @@ void WritePosition(const tavString& text, unsigned char* target) {
 void tavParameterSlider::SetValue(float value) { tavFloatParameter::SetValue(Limit(value)); }
 
 tavEError tavParameterSlider::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Source.name, 18, WritePosition);
+  return EncodeValue(text, o_pBuffer, Report, 18, WritePosition);
 }
 
 }  // namespace tavon

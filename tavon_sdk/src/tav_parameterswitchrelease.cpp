@@ -21,7 +21,6 @@ tavParameterSwitchRelease::tavParameterSwitchRelease() = default;
 tavParameterSwitchRelease::~tavParameterSwitchRelease() { term_thread(); }
 
 void tavParameterSwitchRelease::SetSafeTime(const unsigned int& ms) {
-  constexpr const char* function = "SetSafeTime";
   tavSMutex lock(&m_lock);
   m_safeTime = ms;
   if (ms < kShortestSafeTime) {
@@ -34,10 +33,10 @@ void tavParameterSwitchRelease::SetSafeTime(const unsigned int& ms) {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
-      Report(tavError_OutOfMemory, "Can not create thread for tavParameterSwitchRelease", function, 137);
+      Report(tavError_OutOfMemory, "Can not create thread for tavParameterSwitchRelease", 137);
       break;
     case tavThreadStart::Failed:
-      Report(tavError_OperationFailed, "Can not start thread for tavParameterSwitchRelease", function, 143);
+      Report(tavError_OperationFailed, "Can not start thread for tavParameterSwitchRelease", 143);
       break;
   }
 }
@@ -111,7 +110,7 @@ void tavParameterSwitchRelease::thread_procedure(VThread* thread, void* paramete
 
 tavEError tavParameterSwitchRelease::GetBinaryDataFromString(const tavString& text,
                                                              unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Source.name, 23, WriteOnOff);
+  return EncodeValue(text, o_pBuffer, Report, 23, WriteOnOff);
 }
 
 }  // namespace tavon

@@ -72,8 +72,7 @@ tavParameterThermoChronoWeek::tavParameterThermoChronoWeek() {
   m_thread.SetAutoRelease(false);
   m_thread.SetWork(thread_procedure, this);
   if (!m_thread.Start(kStackSize)) {
-    Report(tavError_OperationFailed, "Can not start thread for tavParameterThermoChronoWeek\n",
-           "tavParameterThermoChronoWeek", 123);
+    Report(tavError_OperationFailed, "Can not start thread for tavParameterThermoChronoWeek\n", 123);
   }
 }
 
@@ -102,7 +101,7 @@ float tavParameterThermoChronoWeek::GetCurrentTemperature() const {
 }
 
 void tavParameterThermoChronoWeek::GetDay(EDays day, float* o_float_buffer_24) const {
-  if (o_float_buffer_24 == nullptr) Report(tavError_InvalidArgument, "o_float_buffer_24 == 0", "GetDay", 241);
+  if (o_float_buffer_24 == nullptr) Report(tavError_InvalidArgument, "o_float_buffer_24 == 0", 241);
   constexpr std::array days = {Days_Monday, Days_Tuesday,  Days_Wednesday, Days_Thursday,
                                Days_Friday, Days_Saturday, Days_Sunday};
   const auto found = std::find(days.begin(), days.end(), day);
@@ -188,7 +187,7 @@ void tavParameterThermoChronoWeek::thread_procedure(VThread* thread, void* param
 
 tavEError tavParameterThermoChronoWeek::GetBinaryDataFromString(const tavString& text,
                                                                 unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Source.name, 25, WriteSchedule);
+  return EncodeValue(text, o_pBuffer, Report, 25, WriteSchedule);
 }
 
 }  // namespace tavon

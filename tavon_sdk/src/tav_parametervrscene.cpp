@@ -46,16 +46,15 @@ tavEError tavParameterVRScene::BuildScene_Begin() {
 }
 
 tavEError tavParameterVRScene::BuildScene_AddWait(const unsigned int& ms) {
-  constexpr const char* function = "BuildScene_AddWait";
   const tavSMutex lock(&m_lock);
   if (!HasSceneFlag(kBuilding)) {
-    return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", function, 200);
+    return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", 200);
   }
   if (ms < kShortestWait) {
-    return Report(tavError_InvalidArgument, "The smallest wait time must be 10 ms", function, 201);
+    return Report(tavError_InvalidArgument, "The smallest wait time must be 10 ms", 201);
   }
   std::unique_ptr<tavVirtualItemWait> wait = MakeItem<tavVirtualItemWait>();
-  if (!wait) return Report(tavError_OutOfMemory, "pWait == 0", function, 204);
+  if (!wait) return Report(tavError_OutOfMemory, "pWait == 0", 204);
   wait->SetWaitTime(ms);
   add_as_last(wait.release());
   m_flags |= kUseThread;
@@ -64,19 +63,18 @@ tavEError tavParameterVRScene::BuildScene_AddWait(const unsigned int& ms) {
 
 tavEError tavParameterVRScene::BuildScene_AddSetParameter(tavIParameter* pPrm, const unsigned char* pBuffer,
                                                           const unsigned int& size) {
-  constexpr const char* function = "BuildScene_AddSetParameter";
   const tavSMutex lock(&m_lock);
   if (!HasSceneFlag(kBuilding)) {
-    return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", function, 213);
+    return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", 213);
   }
-  if (pPrm == nullptr) return Report(tavError_InvalidArgument, "pPrm == 0", function, 214);
+  if (pPrm == nullptr) return Report(tavError_InvalidArgument, "pPrm == 0", 214);
   if (pBuffer == nullptr || size == 0) {
-    return Report(tavError_InvalidArgument, "pBuffer == 0 || size == 0", function, 215);
+    return Report(tavError_InvalidArgument, "pBuffer == 0 || size == 0", 215);
   }
   std::unique_ptr<tavVirtualItemParameter> item = MakeItem<tavVirtualItemParameter>();
-  if (!item) return Report(tavError_OutOfMemory, "pVprm == 0", function, 218);
+  if (!item) return Report(tavError_OutOfMemory, "pVprm == 0", 218);
   if (item->SetParameter(pPrm, pBuffer, size) != tavError_NoError) {
-    return Report(tavError_OperationFailed, "Can not set parameter as virtual item", function, 220);
+    return Report(tavError_OperationFailed, "Can not set parameter as virtual item", 220);
   }
   add_as_last(item.release());
   if (!UseThread() && HasMoreThan(NonThreadParametersCount)) m_flags |= kUseThread;
@@ -84,11 +82,10 @@ tavEError tavParameterVRScene::BuildScene_AddSetParameter(tavIParameter* pPrm, c
 }
 
 tavEError tavParameterVRScene::BuildScene_End() {
-  constexpr const char* function = "BuildScene_End";
   const tavSMutex lock(&m_lock);
   m_flags = static_cast<unsigned char>(m_flags & ~kBuilding);
   if (!UseThread()) {
-    Report(tavError_NoError, "tavParameterVRScene do not use Thread for play", function, 193);
+    Report(tavError_NoError, "tavParameterVRScene do not use Thread for play", 193);
     return tavError_NoError;
   }
   if (m_thread) return tavError_NoError;
@@ -96,9 +93,9 @@ tavEError tavParameterVRScene::BuildScene_End() {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
-      return Report(tavError_OutOfMemory, "Can not create thread for tavParameterVRScene", function, 184);
+      return Report(tavError_OutOfMemory, "Can not create thread for tavParameterVRScene", 184);
     case tavThreadStart::Failed:
-      return Report(tavError_OperationFailed, "Can not start thread for tavParameterVRScene", function, 189);
+      return Report(tavError_OperationFailed, "Can not start thread for tavParameterVRScene", 189);
   }
   return tavError_NoError;
 }
@@ -247,7 +244,7 @@ void tavParameterVRScene::thread_procedure(VThread* thread, void* scene) {
 }
 
 tavEError tavParameterVRScene::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Source.name, 28, WriteByte);
+  return EncodeValue(text, o_pBuffer, Report, 28, WriteByte);
 }
 
 }  // namespace tavon

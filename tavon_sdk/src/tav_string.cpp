@@ -49,13 +49,13 @@ std::int32_t tavString::AsInt(const tavString& text, int base) { return AsLong(t
 
 void tavString::DataCrypt(unsigned char* io_buffer, unsigned int length, const tavString& key) {
   if (!vlib::ScrambleBuffer(io_buffer, length, key)) {
-    kReport(tavError_InvalidArgument, "io_buffer == 0", "DataCrypt", 251);
+    kReport(tavError_InvalidArgument, "io_buffer == 0");
   }
 }
 
 void tavString::DataDeCrypt(unsigned char* io_buffer, unsigned int length, const tavString& key) {
   if (!vlib::ScrambleBuffer(io_buffer, length, key)) {
-    kReport(tavError_InvalidArgument, "io_buffer == 0", "DataDeCrypt", 270);
+    kReport(tavError_InvalidArgument, "io_buffer == 0");
   }
 }
 
@@ -72,7 +72,7 @@ std::wstring tavString::FromUTF8(const tavString& text) { return FromUTF8(text.c
 tavString tavString::FromWide(const wchar_t* text, unsigned int length) {
   tavString narrow;
   if (!Reserve(narrow, length != 0 || text == nullptr ? length : std::wcslen(text))) {
-    kReport(tavError_OutOfMemory, "pBuffer == 0", "FromWide", 391);
+    kReport(tavError_OutOfMemory, "pBuffer == 0", 391);
     return {};
   }
   narrow.append(VUtility::WideCharToString(text));
@@ -81,7 +81,7 @@ tavString tavString::FromWide(const wchar_t* text, unsigned int length) {
 
 void tavString::AsWide(const tavString& text, wchar_t* io_buffer, unsigned int capacity) {
   if (!vlib::CopyUtf8ToWide(io_buffer, capacity, text.c_str(), static_cast<unsigned int>(text.size()))) {
-    kReport(tavError_InvalidArgument, "io_buffer or len_buffer == 0", "AsWide", 356);
+    kReport(tavError_InvalidArgument, "io_buffer or len_buffer == 0", 356);
   }
 }
 

@@ -18,38 +18,33 @@ constexpr tavReporter kReport{"tav_systemutility"};
 
 constexpr int kNoPipe = -1;
 
-// False, after a report in the name of `function`, when a command could not be run.
-bool HasPipe(const vlib::CommandOutput& output, const char* function) {
+// False, after a report in the caller's name, when a command could not be run.
+bool HasPipe(const vlib::CommandOutput& output, int line = __builtin_LINE(),
+             const char* function = __builtin_FUNCTION()) {
   if (output.IsOpen()) return true;
-  kReport(tavError_InvalidPointer, "Can not open system pipe", function, 31);
+  kReport(tavError_InvalidPointer, "Can not open system pipe", line, function);
   return false;
 }
 
 // The first line that a command prints, empty when it prints nothing; no text at all without a pipe.
-std::optional<tavString> FirstLine(const tavString& command, const char* function) {
+std::optional<tavString> FirstLine(const tavString& command, int line = __builtin_LINE(),
+                                   const char* function = __builtin_FUNCTION()) {
   vlib::CommandOutput output(command);
-  if (!HasPipe(output, function)) return std::nullopt;
-  std::string line;
-  output.ReadLine(line);
-  return line;
+  if (!HasPipe(output, line, function)) return std::nullopt;
+  std::string text;
+  output.ReadLine(text);
+  return text;
 }
 
-// For commands that have nothing to say when all goes well: 1 when nothing was printed.
-int IsSilent(const tavString& command, const char* function) {
-  const std::optional<tavString> line = FirstLine(command, function);
-  return line ? line->empty() : kNoPipe;
-}
+// For commands that print nothing when all goes well: 1 when they did not.
+int IsSilent(const std::optional<tavString>& output) { return output ? output->empty() : kNoPipe; }
 
-// For commands that print what they find: 1 when something was printed.
-int IsFound(const tavString& command, const char* function) {
-  const std::optional<tavString> line = FirstLine(command, function);
-  return line ? !line->empty() : kNoPipe;
-}
+// For commands that print what they find: 1 when they found something.
+int IsFound(const std::optional<tavString>& output) { return output ? !output->empty() : kNoPipe; }
 
 // For commands that print a number.
-int NumberFrom(const tavString& command, int withoutPipe, const char* function) {
-  const std::optional<tavString> line = FirstLine(command, function);
-  return line ? tavString::AsInt(*line, 10) : withoutPipe;
+int NumberFrom(const std::optional<tavString>& output, int withoutPipe) {
+  return output ? tavString::AsInt(*output, 10) : withoutPipe;
 }
 
 }  // namespace
@@ -57,32 +52,30 @@ int NumberFrom(const tavString& command, int withoutPipe, const char* function) 
 const tavString tavSystemUtility::Separator = "/";
 
 int tavSystemUtility::FormatExt3(const tavString& device, unsigned short blockSize) {
-  return IsSilent("mkfs.ext3 " + device + " -b " + std::to_string(blockSize) + " -q", "FormatExt3");
+  return IsSilent(FirstLine("mkfs.ext3 " + device + " -b " + std::to_string(blockSize) + " -q"));
 }
 
 int tavSystemUtility::IsFormattedAs(const tavString& device, const tavString& type) {
-  return IsFound("mount | grep " + device + " | grep " + type, "IsFormattedAs");
+  return IsFound(FirstLine("mount | grep " + device + " | grep " + type));
 }
 
 int tavSystemUtility::IsDeviceMounted(const tavString& device) {
-  return IsFound("mount | grep " + device, "IsDeviceMounted");
+  return IsFound(FirstLine("mount | grep " + device));
 }
 
 int tavSystemUtility::MountDevice(const tavString& device, const tavString& folder) {
-  return IsSilent("mount " + device + " " + folder, "MountDevice");
+  return IsSilent(FirstLine("mount " + device + " " + folder));
 }
 
 int tavSystemUtility::UnMountDevice(const tavString& device) {
-  return IsSilent("umount " + device, "UnMountDevice");
+  return IsSilent(FirstLine("umount " + device));
 }
 
-int tavSystemUtility::CreateFolder(const tavString& path) {
-  return IsSilent("mkdir -p " + path, "CreateFolder");
-}
+int tavSystemUtility::CreateFolder(const tavString& path) { return IsSilent(FirstLine("mkdir -p " + path)); }
 
 int tavSystemUtility::SetFolderOwner(const tavString& folder, const tavString& owner) {
   // The second argument comes first, as it is meant to: chown wants the owner before the folder.
-  return IsSilent("chown " + owner + " -R " + folder, "SetFolderOwner");
+  return IsSilent(FirstLine("chown " + owner + " -R " + folder));
 }
 
 int tavSystemUtility::DeleteFileSystem(const tavString& path) { return Execute("rm " + path); }
@@ -99,7 +92,7 @@ tavString tavSystemUtility::GetModuleFileFullName(const tavString& path) { retur
 // NOLINTBEGIN(performance-unnecessary-value-param): the interface takes the host by value
 int tavSystemUtility::Ping(tavString host, int count) {
   vlib::CommandOutput output("ping " + host + " -c " + std::to_string(count) + " | grep ttl");
-  if (!HasPipe(output, "Ping")) return 0;
+  if (!HasPipe(output)) return 0;
   int answers = 0;
   bool isNewLine = true;  // a long line comes in pieces and is one answer all the same
   for (std::string piece; output.ReadLine(piece); isNewLine = piece.back() == '\n')
@@ -108,9 +101,9 @@ int tavSystemUtility::Ping(tavString host, int count) {
 }
 
 int tavSystemUtility::Arping(tavString host) {
-  return NumberFrom("arp -d " + host + " > /dev/null; ping " + host + " -c 1 > /dev/null; arp | grep " +
-                        host + " | grep ether | wc -l",
-                    0, "Arping");
+  return NumberFrom(FirstLine("arp -d " + host + " > /dev/null; ping " + host +
+                              " -c 1 > /dev/null; arp | grep " + host + " | grep ether | wc -l"),
+                    0);
 }
 
 int tavSystemUtility::SuperPing(tavString host) { return Ping(host, 1) > 0 ? 1 : Arping(host); }
@@ -119,12 +112,12 @@ int tavSystemUtility::SuperPing(tavString host) { return Ping(host, 1) > 0 ? 1 :
 int tavSystemUtility::KillAll(const tavString& first, const tavString& second) {
   // The second argument comes first, as it is meant to: it is the signal or another option of killall.
   const vlib::CommandOutput output("killall " + second + " " + first);
-  HasPipe(output, "KillAll");
+  HasPipe(output);
   return 0;
 }
 
 int tavSystemUtility::GetProcessID(const tavString& name) {
-  return NumberFrom("pidof " + name, kNoPipe, "GetProcessID");
+  return NumberFrom(FirstLine("pidof " + name), kNoPipe);
 }
 
 int tavSystemUtility::Execute(const tavString& command) { return std::system(command.c_str()); }
@@ -132,7 +125,7 @@ int tavSystemUtility::Execute(const tavString& command) { return std::system(com
 tavString tavSystemUtility::GetDescription() {
   utsname names;
   if (uname(&names) != 0) {
-    kReport(tavError_OperationFailed, "uname returned null structure.", "GetDescription", 199);
+    kReport(tavError_OperationFailed, "uname returned null structure.");
     return {};
   }
   return tavString(names.sysname) + " " + names.release + " " + names.machine;

@@ -10,10 +10,11 @@ constexpr tavReporter kReport{"tav_tparameter"};
 
 // A copy with a zero behind it, or null after a report.
 std::unique_ptr<unsigned char[]> CopyOperand(const unsigned char* data, unsigned int size,
-                                             const char* message, int line) {
+                                             const char* message, int line,
+                                             const char* function = __builtin_FUNCTION()) {
   std::unique_ptr<unsigned char[]> copy(new (std::nothrow) unsigned char[std::size_t{size} + 1]);
   if (!copy) {
-    kReport(tavError_OutOfMemory, message, "LinkWithParameterData", line);
+    kReport(tavError_OutOfMemory, message, line, function);
     return nullptr;
   }
   *std::copy_n(data, size, copy.get()) = 0;
@@ -93,7 +94,7 @@ void tavTParameter<N>::GetSettings(tavString* o_settings) const {
 template <unsigned int N>
 void tavTParameter<N>::GetDataCopy(unsigned char* io_buffer) const {
   if (io_buffer == nullptr) {
-    kReport(tavError_InvalidArgument, "io_buffer == 0", "GetDataCopy", 192);
+    kReport(tavError_InvalidArgument, "io_buffer == 0", 192);
     return;
   }
   const tavSMutex lock(&m_lock);
@@ -117,12 +118,11 @@ unsigned int tavTParameter<N>::AddDrivenMapItem(tavECodeOperator op, const unsig
                                                 const unsigned int& sizeDriver,
                                                 const unsigned char* dataDriven,
                                                 const unsigned int& sizeDriven) {
-  constexpr const char* function = "AddDrivenMapItem";
   if (dataDriver == nullptr || sizeDriver == 0) {
-    return kReport(tavError_InvalidArgument, "dataDriver == 0 || sizeDriver == 0", function, 223);
+    return kReport(tavError_InvalidArgument, "dataDriver == 0 || sizeDriver == 0", 223);
   }
   if (dataDriven == nullptr || sizeDriven == 0) {
-    return kReport(tavError_InvalidArgument, "dataDriven == 0 || sizeDriven == 0", function, 224);
+    return kReport(tavError_InvalidArgument, "dataDriven == 0 || sizeDriven == 0", 224);
   }
   LinkWithParameterData link(op, dataDriver, sizeDriver, dataDriven, sizeDriven);
   if (!link.IsComplete()) return tavError_OutOfMemory;

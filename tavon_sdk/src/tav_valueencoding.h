@@ -27,14 +27,12 @@ inline void WriteFloat(const tavString& text, unsigned char* target) { StoreFloa
 inline void WritePresence(const tavString& /*text*/, unsigned char* target) { *target = 1; }
 
 // What every encoder begins with: an empty text writes nothing, a null buffer is reported (code 6) with the
-// source and line of the type. Otherwise write(text, buffer) does the work. Returns 0 or the reported code.
+// type's published line. Otherwise write(text, buffer) does the work. Returns 0 or the reported code.
 template <class Writer>
-tavEError EncodeValue(const tavString& text, unsigned char* o_pBuffer, const char* source, int line,
-                      Writer write) {
+tavEError EncodeValue(const tavString& text, unsigned char* o_pBuffer, const tavReporter& report, int line,
+                      Writer write, const char* function = __builtin_FUNCTION()) {
   if (text.empty()) return tavError_NoError;
-  if (o_pBuffer == nullptr) {
-    return tavReporter(source)(tavError_InvalidArgument, "o_pBuffer == 0", "GetBinaryDataFromString", line);
-  }
+  if (o_pBuffer == nullptr) return report(tavError_InvalidArgument, "o_pBuffer == 0", line, function);
   write(text, o_pBuffer);
   return tavError_NoError;
 }

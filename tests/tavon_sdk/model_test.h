@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <future>
+#include <regex>
 
 #include "captured_output.h"
 #include "tav_parameteralert.h"
@@ -41,6 +42,9 @@ struct LockOf : tavObject {
   }
 };
 
+// For a record whose line is not published: it is that of today's source.
+constexpr int kAnyLine = 0;
+
 // Expects the report of the source file of a class; the class is told without its prefix.
 template <class Operation>
 void ExpectReport(int code, const tavString& message, const tavString& name, const char* function, int line,
@@ -48,7 +52,9 @@ void ExpectReport(int code, const tavString& message, const tavString& name, con
   const tavString source = "tav_" + name.GetLowCase();
   const auto error = static_cast<tavEError>(code);
   const tavError report = tavBuildErrorLocation(error, message, source.c_str(), function, line);
-  EXPECT_EQ(CapturedOutput(operation), report.GetDescription());
+  std::string output = CapturedOutput(operation);
+  if (line == kAnyLine) output = std::regex_replace(output, std::regex("(Line Number ---- : )\\d+"), "$010");
+  EXPECT_EQ(output, report.GetDescription());
 }
 
 // A report at a level of the log that throws leaves the object's lock free.

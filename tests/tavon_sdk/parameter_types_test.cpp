@@ -27,20 +27,20 @@ static Type Row(Self* (Prm::*cast)(), std::array<int, 5> lines, const char* text
 }
 
 static const Type kTypes[] = {
-    Row(&Prm::GetParameterSwitchPtr, {36, 82, 86, 97, 17}, "0", "1", "001101"),
+    Row(&Prm::GetParameterSwitchPtr, {0, 0, 0, 0, 17}, "0", "1", "001101"),
     Row(&Prm::GetParameterSwitchReleasePtr, {38, 85, 89, 99, 23}, "1", "0", "110001"),
-    Row(&Prm::GetParameterSliderPtr, {40, 82, 86, 105, 18}, "0.75", "0.5", "110001"),
-    Row(&Prm::GetParameterColorPtr, {48, 94, 98, 121, 19}, "0x01020304", "0x01020305", "000001"),
-    Row(&Prm::GetParameterInfoPtr, {31, 77, 81, 118, 15}, "abc", "z", "110001"),
+    Row(&Prm::GetParameterSliderPtr, {0, 0, 0, 0, 18}, "0.75", "0.5", "110001"),
+    Row(&Prm::GetParameterColorPtr, {0, 0, 0, 0, 19}, "0x01020304", "0x01020305", "000001"),
+    Row(&Prm::GetParameterInfoPtr, {0, 0, 0, 0, 15}, "abc", "z", "110001"),
     Row(&Prm::GetParameterShutterPtr, {43, 84, 88, 99, 26}, "2", "2", "010110"),
-    Row(&Prm::GetParameterThermoPtr, {36, 82, 86, 97, 17}, "0", "-0", "010101"),  // = is of bytes: intended
+    Row(&Prm::GetParameterThermoPtr, {0, 0, 0, 0, 17}, "0", "-0", "010101"),  // = is of bytes: intended
     Row(&Prm::GetParameterThermoChronoWeekPtr, {72, 98, 102, 211, 25}, "1,20.25,0,", "1,20.25", "000010"),
-    Row(&Prm::GetParameterHDScenePtr, {36, 82, 86, 97, 17}, "1", "1", "010110"),
+    Row(&Prm::GetParameterHDScenePtr, {0, 0, 0, 0, 17}, "1", "1", "010110"),
     Row(&Prm::GetParameterVRScenePtr, {44, 90, 94, 148, 28}, "200", "100", "110001"),
-    Row(&Prm::GetParameterAlertPtr, {38, 84, 88, 99, 19}, "1", "0", "110001"),
-    Row(&Prm::GetParameterBytePtr, {36, 82, 86, 97, 17}, "127", "128", "001101"),
-    Row(&Prm::GetParameterTunerPtr, {36, 82, 86, 97, 17}, "nan", "nan", "000010"),
-    Row(&Prm::GetParameterCameraPtr, {36, 82, 86, 97, 16}, "\1", "\1", "000000"),
+    Row(&Prm::GetParameterAlertPtr, {0, 0, 0, 0, 19}, "1", "0", "110001"),
+    Row(&Prm::GetParameterBytePtr, {0, 0, 0, 0, 17}, "127", "128", "001101"),
+    Row(&Prm::GetParameterTunerPtr, {0, 0, 0, 0, 17}, "nan", "nan", "000010"),
+    Row(&Prm::GetParameterCameraPtr, {0, 0, 0, 0, 16}, "\1", "\1", "000000"),
 };
 
 struct ParameterTypes : testing::TestWithParam<int> {

@@ -67,7 +67,7 @@ TEST(TavParameterCamera, ChoosesTheUrlForAClient) {
   camera.SetLocalUrl(L"\u00E9");
   camera.AddLocalNetwork("192.168.1");
   EXPECT_TRUE(camera.GetUrl("192.168.1.20") == "\xC3\xA9" && camera.GetUrl("192.168.10.1") == "far");
-  ExpectReport(6, "strIp is not valid ip! host", "ParameterCamera", "GetUrl", 131,
+  ExpectReport(6, "strIp is not valid ip! host", "ParameterCamera", "GetUrl", kAnyLine,
                [&] { EXPECT_EQ(camera.GetUrl("host"), ""); });
   camera.SetRemoteUrl("");
   EXPECT_TRUE(camera.IsDirty() && camera.GetRemoteUrl().empty() && camera.GetUrl("1.2.3.4") == "\xC3\xA9");
@@ -80,7 +80,8 @@ TEST(TavParameterInfo, IsItsText) {
   unsigned char copy[] = {9, 9};
   info.GetDataCopy(copy);
   EXPECT_TRUE(copy[0] == 0 && copy[1] == 9 && info.GetDataSize() == 1);
-  ExpectReport(6, "io_buffer == 0", "ParameterInfo", "GetDataCopy", 62, [&] { info.GetDataCopy(nullptr); });
+  ExpectReport(6, "io_buffer == 0", "ParameterInfo", "GetDataCopy", kAnyLine,
+               [&] { info.GetDataCopy(nullptr); });
   const auto is = [&](int op, auto data, unsigned size) {
     return info.Comparison(Op(op), Bytes(data), size);
   };

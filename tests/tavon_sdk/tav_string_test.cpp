@@ -52,6 +52,7 @@ TEST(TavString, ReportsUnusableBuffers) {
   ExpectReport(6, "io_buffer or len_buffer == 0", "String", "AsWide", 356,
                [&] { tavString::AsWide("a", &untouched, 0); });
   EXPECT_EQ(untouched, L'?');
-  ExpectReport(6, noBuffer, "String", "DataCrypt", 251, [] { tavString::DataCrypt(nullptr, 10, ""); });
-  ExpectReport(6, noBuffer, "String", "DataDeCrypt", 270, [] { tavString::DataDeCrypt(nullptr, 10, ""); });
+  ExpectReport(6, noBuffer, "String", "DataCrypt", kAnyLine, [] { tavString::DataCrypt(nullptr, 10, ""); });
+  ExpectReport(6, noBuffer, "String", "DataDeCrypt", kAnyLine,
+               [] { tavString::DataDeCrypt(nullptr, 10, ""); });
 }
