@@ -19,7 +19,7 @@ namespace {
 
 constexpr tavon::tavReporter kReport{"Application"};
 
-constexpr const char* kVersion = "1.5.1";
+constexpr const char* kVersion = URA_VERSION;  // the project's
 constexpr const char* kFrameVersion = "2.9.3";
 
 // Where the server on this machine listens for events.
