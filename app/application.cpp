@@ -1,5 +1,7 @@
 #include "application.h"
 
+#include <nss.h>
+
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -65,6 +67,13 @@ bool IsCurrentYear(std::uint32_t wanted) {
 tavon::tavEObject TypeIdOf(const tavString& name) {
   return name.IsEqualNoCase("ParameterRGB") ? tavon::tavObject_ParameterColor
                                             : tavon::tavParameterFactory::TypeNameToId(name);
+}
+
+// Has host names looked up in /etc/hosts and then at name servers, whatever /etc/nsswitch.conf says: these
+// two services are part of the C library. Any other is a shared object, which a statically linked program
+// cannot reliably load.
+void LookUpWithinTheCLibrary() {
+  if (__nss_configure_lookup("hosts", "files dns") != 0) throw std::bad_alloc();  // it fails for nothing else
 }
 
 // The datagram of an event; see Application::Execute for its layout.
@@ -156,6 +165,7 @@ unsigned int Application::Execute() {
   if (type == tavon::tavObject_ParameterThermoChronoWeek && Value.find(',') == tavString::npos)
     data.resize(1);
 
+  LookUpWithinTheCLibrary();
   dro::droOsUdpSocket socket;
   socket.SetTo(kLoopbackHost, kEventPort);
   const EventDatagram datagram(Id, data);

@@ -1,5 +1,6 @@
 # How every target of this project is compiled and linked.
 
+include(CheckCXXSourceCompiles)
 find_package(Threads REQUIRED)
 
 if(URA_SANITIZE)
@@ -30,14 +31,27 @@ function(ura_library name)
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:ura_warnings>)
 endfunction()
 
-# ura_program(NAME SOURCE...): an executable that starts fast: no C++ runtime to load, nothing in it that is not
-# called. The C library stays dynamic: it resolves host names, which a static one cannot do reliably.
+# ura_program(NAME SOURCE...): an executable with nothing in it that is not called. In the shipped build it loads no
+# C++ runtime.
 function(ura_program name)
   add_executable(${name} ${ARGN})
   target_compile_options(${name} PRIVATE -ffunction-sections -fdata-sections)
   target_link_libraries(${name} PRIVATE ura_warnings)
   target_link_options(${name} PRIVATE -Wl,--gc-sections -Wl,--as-needed $<$<CONFIG:Release>:-s>)
-  if(URA_STATIC_RUNTIME)
+  if(URA_SHIPPED_BUILD)
     target_link_options(${name} PRIVATE -static-libstdc++ -static-libgcc)
   endif()
+endfunction()
+
+# ura_link_statically(NAME): links a program whole, the C library included, at a fixed address: starting it loads and
+# relocates nothing. docs/performance.md has the figures. The program must fix its name services, as app/application.cpp does.
+function(ura_link_statically name)
+  set(CMAKE_REQUIRED_LINK_OPTIONS -static)
+  check_cxx_source_compiles("int main() {}" URA_HAS_STATIC_C_LIBRARY)
+  if(NOT URA_HAS_STATIC_C_LIBRARY)
+    message(FATAL_ERROR "${name} cannot be linked statically: install the static C library (libc6-dev has it on Debian, "
+                        "glibc-static elsewhere), or configure with -DURA_STATIC_PROGRAM=OFF")
+  endif()
+  target_link_options(${name} PRIVATE -static)
+  set_target_properties(${name} PROPERTIES CXX_LINKER_LAUNCHER "${PROJECT_SOURCE_DIR}/cmake/without-lookup-warning")
 endfunction()

@@ -8,9 +8,10 @@
 #include <dlfcn.h>
 #include <errno.h>
 #include <netdb.h>
+#include <nss.h>
 #include <stddef.h>
-#include <stdio.h>
 #include <stdlib.h>
+#include <string.h>
 #include <time.h>
 #include <unistd.h>
 
@@ -24,22 +25,30 @@ static unsigned long allocation;
 static int lasting;
 static int lookingUp;
 static struct hostent* (*libraryLookup)(const char* name);
+static int (*librarySetting)(const char* database, const char* services);
 
 // Runs before the program's own constructors; what the loader allocates until then always succeeds.
 __attribute__((constructor)) static void ReadOrders(void) {
   const char* const text = getenv("URA_FAIL_ALLOCATION");
   char* rest = NULL;
   *(void**)&libraryLookup = dlsym(RTLD_NEXT, "gethostbyname");
+  *(void**)&librarySetting = dlsym(RTLD_NEXT, "__nss_configure_lookup");
   if (text == NULL) return;
   allocation = 0;
   failing = strtoul(text, &rest, 10);
   lasting = *rest == '+';
 }
 
+// Formatted output would allocate.
+static void Tell(const char* text) {
+  if (write(STDERR_FILENO, text, strlen(text)) < 0) abort();
+}
+
 static int Fails(void) {
   ++allocation;
   if (failing == 0 || allocation < failing || (allocation > failing && !lasting)) return 0;
-  if (allocation == failing) dprintf(STDERR_FILENO, "fault made%s\n", lookingUp ? " in the name lookup" : "");
+  if (allocation == failing) Tell("fault made\n");
+  if (lookingUp) Tell("fault made in the name lookup\n");
   errno = ENOMEM;
   return 1;
 }
@@ -56,6 +65,14 @@ struct hostent* gethostbyname(const char* name) {
   found = libraryLookup(name);
   lookingUp = 0;
   return found;
+}
+
+int __nss_configure_lookup(const char* database, const char* services) {
+  int result = 0;
+  lookingUp = 1;
+  result = librarySetting(database, services);
+  lookingUp = 0;
+  return result;
 }
 
 time_t time(time_t* o_time) {
