@@ -18,9 +18,7 @@ set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_PRE_BUILD_SCRIPTS "${CMAKE_CURRENT_SOURCE_DIR}/cmake/UraPackageDocuments.cmake")
 set(CPACK_URA_SOURCE_FOLDER "${CMAKE_CURRENT_SOURCE_DIR}")
-if(CMAKE_SIZEOF_VOID_P EQUAL 4)
-  set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE i386)
-endif()
+set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE "${URA_ARCHITECTURE}")  # empty: this machine's own
 
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_NAME ura-event)
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SECTION utils)
@@ -34,7 +32,9 @@ one datagram. Scripts and timers run it once for each event.
 ura_listen takes the server's place and shows the events that arrive.")
 
 set(CPACK_DEBIAN_SDK_PACKAGE_NAME ura-sdk-dev)
-set(CPACK_DEBIAN_SDK_PACKAGE_SECTION libdevel)
+# The SDKs of several architectures may be installed together. CPack has no name for that field before 3.31, so it
+# follows the section's on a line of its own.
+set(CPACK_DEBIAN_SDK_PACKAGE_SECTION "libdevel\nMulti-Arch: same")
 set(CPACK_DEBIAN_SDK_PACKAGE_DEPENDS "libc6-dev, libstdc++-12-dev | libstdc++-dev")
 set(CPACK_DEBIAN_SDK_PACKAGE_SUGGESTS "cmake, libutfcpp-dev, pkgconf")
 set(CPACK_COMPONENT_SDK_DESCRIPTION "SDK of the Ura home-automation server

@@ -3,6 +3,13 @@
 include(CheckCXXSourceCompiles)
 find_package(Threads REQUIRED)
 
+if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+  # Times and file sizes have 64 bits on every machine. They appear in the headers: whoever includes those must see the
+  # same types, so this is part of the interface of each library, and holds for all else that is built here.
+  set(wide_types _FILE_OFFSET_BITS=64 _TIME_BITS=64)
+  add_compile_definitions(${wide_types})
+endif()
+
 if(URA_SANITIZE)
   add_compile_options(-fsanitize=${URA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${URA_SANITIZE})
@@ -23,10 +30,7 @@ function(ura_library name)
   target_sources(${name} PUBLIC FILE_SET HEADERS BASE_DIRS "${CMAKE_CURRENT_SOURCE_DIR}"
                  FILES ${library_PUBLIC_HEADERS})
   target_compile_features(${name} PUBLIC cxx_std_20)
-  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
-    # Times and file sizes stand in the headers: who includes them must read them with as many bits.
-    target_compile_definitions(${name} PUBLIC _FILE_OFFSET_BITS=64 _TIME_BITS=64)
-  endif()
+  target_compile_definitions(${name} PUBLIC ${wide_types})
   target_compile_options(${name} PRIVATE -ffunction-sections -fdata-sections)
   target_link_libraries(${name} PRIVATE $<BUILD_INTERFACE:ura_warnings>)
 endfunction()
