@@ -1,13 +1,31 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <string>
+
+// Takes what the process prints on standard output while it lives. Captures nest: the innermost one gets it.
+// A test whose output nobody captures fails (see unexpected_output.cpp).
+class OutputCapture {
+ public:
+  OutputCapture();
+  ~OutputCapture();
+  OutputCapture(const OutputCapture&) = delete;
+  OutputCapture& operator=(const OutputCapture&) = delete;
+
+  // What came since the start or the last call.
+  std::string Take();
+
+  // Prints that where it would have gone without this capture.
+  void PassOn();
+
+ private:
+  int m_capture;
+  int m_before;
+};
 
 // What a piece of code printed on standard output.
 template <class Action>
 std::string CapturedOutput(Action action) {
-  testing::internal::CaptureStdout();
+  OutputCapture capture;
   action();
-  return testing::internal::GetCapturedStdout();
+  return capture.Take();
 }

@@ -6,15 +6,16 @@
 #include <thread>
 
 #include "expect_report.h"
+#include "failing_allocation.h"
 #include "temporary_folder.h"
+#include "test_clock.h"
 
 using namespace dro;
-
-extern bool noMemory;  // with the memory, in the test of the files
 
 struct DroErrorLog : testing::Test {
   DroErrorLog() { droError::LogFile = m_path; }
   ~DroErrorLog() override { droError::Level = droLogLevel_Console; }
+  const TestClock m_clock{TestClock::Utc(2014, 4, 22, 7, 35, 2)};
   TemporaryFolder m_folder;
   const std::string m_path = m_folder.Path("log");
   const droError m_error = droBuildErrorLocation(droError_Network, "no\nroute", "dro_x", "Go", 12);
@@ -56,13 +57,15 @@ TEST_F(DroErrorLog, ThrowsAfterWritingOrCallsBack) {
 TEST_F(DroErrorLog, CutsTheFileOrReportsThatItCannot) {
   droError::Level = droLogLevel_File;
   droError::_current_log_filesize = 512000;
-  const auto log = [this] { EXPECT_EQ(droErrorLog(m_error), noMemory ? 6 : 5); };
+  const auto log = [this] { EXPECT_EQ(droErrorLog(m_error), 5); };
   ExpectFailure(5, "droErrorLog", "Can not rebuild log error file.", log);
   droError::LogFile = "/sys/class/net/lo/address";  // which root can not write either
   ExpectFailure(5, "droErrorLog", "Can not write for to rebuild log error file.", log);
-  noMemory = true;
-  ExpectFailure(6, "droErrorLog", "Can not allocate buffer for to rebuild log error file.", log);
-  noMemory = false;
+  const auto noMemory = [this] {
+    const auto shortage = FailingAllocation::OfAtLeast(4096);
+    EXPECT_EQ(droErrorLog(m_error), 6);
+  };
+  ExpectFailure(6, "droErrorLog", "Can not allocate buffer for to rebuild log error file.", noMemory);
   droError::LogFile = m_path;
   WriteFile(m_path, "old" + std::string(256000, 'n'));
   EXPECT_EQ(droErrorLog(m_error), droError_Network);

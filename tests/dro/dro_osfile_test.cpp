@@ -1,19 +1,12 @@
 #include "dro_osfile.h"
 
-#include <new>
-
 #include "expect_report.h"
+#include "failing_allocation.h"
 #include "temporary_folder.h"
 
 using namespace dro;
 using std::string_literals::operator""s;
 using File = droOsFile;
-
-// Takes the place of the C++ library's, to be able to fail.
-bool noMemory = false;
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  return noMemory || size > PTRDIFF_MAX / 2 ? nullptr : ::operator new[](size);
-}
 
 struct DroOsFile : testing::Test {
   const TemporaryFolder folder;
@@ -64,10 +57,15 @@ TEST_F(DroOsFile, ReportsWhatFails) {
   WriteFile(path, "a");
   ExpectReport(2, "Invalid paste file: /", copy(path, "/"));
   ExpectReport(2, "Writing data to file paste: /dev/full" + noSpace, copy(path, "/dev/full"));
-  noMemory = true;
-  ExpectReport(6, "pData == 0", copy(path, other));
-  ExpectReport(6, "pData == 0", read(path));
-  noMemory = false;
+  WriteFile(path, std::string(100000, 'a'));
+  const auto withoutMemory = [](auto operation) {
+    return [operation] {
+      const auto shortage = FailingAllocation::OfAtLeast(100000);
+      return operation();
+    };
+  };
+  ExpectReport(6, "pData == 0", withoutMemory(copy(path, other)));
+  ExpectReport(6, "pData == 0", withoutMemory(read(path)));
   // This file claims a size of 4096 bytes and gives 18, as one does that shrinks while it is read.
   const auto lo = "/sys/class/net/lo/address"s, reading = "result(18) != iLen(4096) Reading data from file "s;
   ExpectReport(2, reading + ": " + lo + "\nStd Error 0 No error", read(lo));

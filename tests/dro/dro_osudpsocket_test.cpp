@@ -1,7 +1,6 @@
 #include "dro_osudpsocket.h"
 
 #include <arpa/inet.h>
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <gmock/gmock.h>
 #include <netdb.h>
@@ -11,6 +10,7 @@
 #include <cerrno>
 
 #include "expect_report.h"
+#include "system_calls.h"
 
 using namespace dro;
 
@@ -18,9 +18,8 @@ static droArray<int> errors;  // what the next attempts to send fail with
 static std::string datagram, destination, lookedUp;
 
 // Keeps what would leave the machine.
-extern "C" ssize_t sendto(int descriptor, const void* data, size_t length, int flags, const sockaddr* to,
-                          socklen_t toLength) {
-  static const auto real = reinterpret_cast<decltype(&sendto)>(dlsym(RTLD_NEXT, "sendto"));
+static ssize_t Send(int descriptor, const void* data, size_t length, int flags, const sockaddr* to,
+                    socklen_t toLength) {
   if (!errors.empty()) {
     errno = errors.front();
     errors.pop_front();
@@ -28,14 +27,14 @@ extern "C" ssize_t sendto(int descriptor, const void* data, size_t length, int f
   }
   const auto* address = reinterpret_cast<const sockaddr_in*>(to);
   if (ntohl(address->sin_addr.s_addr) == INADDR_LOOPBACK)
-    return real(descriptor, data, length, flags, to, toLength);
+    return system_calls::sendto.Real(descriptor, data, length, flags, to, toLength);
   datagram.assign(static_cast<const char*>(data), length);
   destination = inet_ntoa(address->sin_addr) + (":" + std::to_string(ntohs(address->sin_port)));
   return static_cast<ssize_t>(length);
 }
 
 // Knows one name, and the broadcast address as the real one does; asks nobody.
-extern "C" hostent* gethostbyname(const char* name) {
+static hostent* Find(const char* name) {
   static in_addr address;
   static char* addresses[] = {reinterpret_cast<char*>(&address), nullptr};
   static hostent found{nullptr, nullptr, AF_INET, sizeof address, addresses};
@@ -43,7 +42,12 @@ extern "C" hostent* gethostbyname(const char* name) {
   return inet_aton(lookedUp == "myhost" ? "10.1.2.3" : name, &address) != 0 ? &found : nullptr;
 }
 
-TEST(DroOsUdpSocket, DestinationIsReadFromHostAndPort) {
+struct DroOsUdpSocket : testing::Test {
+  const decltype(system_calls::sendto)::Replacement m_sending{system_calls::sendto, Send};
+  const decltype(system_calls::gethostbyname)::Replacement m_names{system_calls::gethostbyname, Find};
+};
+
+TEST_F(DroOsUdpSocket, DestinationIsReadFromHostAndPort) {
   droOsUdpSocket socket;
   const auto sentTo = [&](const char* host) {
     lookedUp.clear();
@@ -59,7 +63,7 @@ TEST(DroOsUdpSocket, DestinationIsReadFromHostAndPort) {
   EXPECT_EQ(destination + lookedUp, "255.255.255.255:80nohost");
 }
 
-TEST(DroOsUdpSocket, ExchangesDatagramsUnderTimeOuts) {
+TEST_F(DroOsUdpSocket, ExchangesDatagramsUnderTimeOuts) {
   const rlimit limit{4096, 4096};
   setrlimit(RLIMIT_NOFILE, &limit);
   const int low = socket(AF_INET, SOCK_DGRAM, 0);
@@ -91,7 +95,7 @@ TEST(DroOsUdpSocket, ExchangesDatagramsUnderTimeOuts) {
   EXPECT_EQ(socket.Close(), droError_NoError);
 }
 
-TEST(DroOsUdpSocket, InterruptedSendIsRepeatedUnlessEmpty) {
+TEST_F(DroOsUdpSocket, InterruptedSendIsRepeatedUnlessEmpty) {
   droOsUdpSocket socket;
   const auto send = [&](const droArray<int>& failures, unsigned int length, int result) {
     errors = failures;
@@ -104,7 +108,7 @@ TEST(DroOsUdpSocket, InterruptedSendIsRepeatedUnlessEmpty) {
   ExpectFailure(10, "Send", "send error\nStd Error 1 Operation not permitted", [&] { send({EPERM}, 3, -1); });
 }
 
-TEST(DroOsUdpSocket, WithoutDescriptorEverythingIsRefused) {
+TEST_F(DroOsUdpSocket, WithoutDescriptorEverythingIsRefused) {
   droOsUdpSocket none(static_cast<droEOsSocketType>(5));
   EXPECT_TRUE(none.GetType() == 5 && !none.IsValid() && none.Close() == droError_NoError);
   ExpectFailure(10, "Send", "Socket is invalid[.]", [&] { EXPECT_EQ(none.Send("x", 1), -1); });
@@ -115,7 +119,7 @@ TEST(DroOsUdpSocket, WithoutDescriptorEverythingIsRefused) {
 }
 
 // On purpose, 0 and nothing else is no socket.
-TEST(DroOsUdpSocket, DescriptorZeroIsGivenBackAndAFailedOneCountsAsValid) {
+TEST_F(DroOsUdpSocket, DescriptorZeroIsGivenBackAndAFailedOneCountsAsValid) {
   const int standardInput = dup(0);
   ExpectFailure(10, "Reset", "Can not create socket", [] {
     close(0);
@@ -133,7 +137,7 @@ TEST(DroOsUdpSocket, DescriptorZeroIsGivenBackAndAFailedOneCountsAsValid) {
     ExpectFailure(10, function, "[gs]e.*\\(...\\) failed\nStd Error 9 Bad file descriptor", use);
 }
 
-TEST(DroOsUdpSocket, CloseForgetsTheDescriptorWhateverFails) {
+TEST_F(DroOsUdpSocket, CloseForgetsTheDescriptorWhateverFails) {
   const auto reset = [] { EXPECT_EQ(droOsUdpSocket(droOsSocketType_Udp, 1 << 30).Reset(), 10); };
   ExpectFailure(10, "Close", "shutdown\\(...\\) failed\nStd Error 9 Bad file descriptor", reset);
   ExpectFailure(10, "Close", "close\\(...\\) failed\nStd Error 9 Bad file descriptor", reset);
@@ -148,7 +152,7 @@ TEST(DroOsUdpSocket, CloseForgetsTheDescriptorWhateverFails) {
   droError::Level = droLogLevel_Console;
 }
 
-TEST(DroOsUdpSocket, WakeOnLanBroadcastsTheMagicPacket) {
+TEST_F(DroOsUdpSocket, WakeOnLanBroadcastsTheMagicPacket) {
   const unsigned char mac[] = {0x00, 0x11, 0x22, 0x33, 0x44, 0x55};
   std::string packet(6, '\xFF');
   for (int i = 0; i < 16; ++i) packet.append(mac, mac + 6);

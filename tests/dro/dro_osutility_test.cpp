@@ -7,12 +7,11 @@
 #include "expect_report.h"
 #include "resource_limit.h"
 #include "stand_ins.h"
+#include "system_calls.h"
 
 using namespace dro;
 using std::string_literals::operator""s;
 using U = droOsUtility;
-
-extern "C" long gethostid() { return -7; }  // the real one may ask the network for this machine
 
 TEST(DroOsUtility, CommandsLoseNoOutputAndLeaveNoChild) {
   droString output = ">";
@@ -105,6 +104,8 @@ TEST(DroOsUtility, TellsAboutPathsAndTheMachine) {
   droString found, all;
   U::ExecuteCommandLine("cd /sys/class/net; cat $(ls -U | sed s,$,/address,) | grep -v ^00:00:00", &all);
   const auto getMacs = [&] { return U::GetMacAddress(&macs); };
+  // The real one may ask the network for this machine.
+  const auto hostId = system_calls::gethostid.Returns(-7);
   ExpectReport(2, "Can not get folder", [&] { return Without(RLIMIT_NOFILE, getMacs); });
   EXPECT_TRUE(getMacs() == 0 && U::GetHostID() == -7);
   for (const droString& mac : macs) found += mac + "\n";

@@ -1,24 +1,16 @@
 #include "dro_time.h"
 
 #include <gmock/gmock.h>
-#include <sys/time.h>
+
+#include "test_clock.h"
 
 using dro::droTime;
 
-// The clock of this whole program, unless a test sets it.
-static constexpr timeval kStart{1398152102, 123999};  // Tuesday, 22 April 2014, 07:35:02
-static timeval clockOfTest = kStart;
+static constexpr TestClock::Moment kStart{1398152102123999};  // Tuesday, 22 April 2014, 07:35:02
 static const int zone = setenv("TZ", "UTC0", 1);
 
-extern "C" int gettimeofday(timeval* __restrict o_now, void* __restrict) noexcept {
-  *o_now = clockOfTest;
-  return 0;
-}
-extern "C" time_t time(time_t* o_now) noexcept {
-  return o_now != nullptr ? *o_now = clockOfTest.tv_sec : clockOfTest.tv_sec;
-}
-
 TEST(DroTime, MillisecondsAreExtendedWithTheirSign) {
+  const TestClock clock(kStart);
   unsigned long long milliseconds = 0;
   droTime::GetHiResTime(&milliseconds);
   EXPECT_EQ(milliseconds, 18446744071702315243U);
@@ -28,6 +20,7 @@ TEST(DroTime, MillisecondsAreExtendedWithTheirSign) {
 }
 
 TEST(DroTime, DateCountsFromZeroInPartsAndFromOneInTheStructure) {
+  const TestClock clock(kStart);
   EXPECT_EQ(droTime::GetDateTime(), "Tue Apr 22 07:35:02 2014");
   EXPECT_EQ(droTime::GetCustomTime(2014, 4, 22, 7, 35, 2), droTime::GetCurrentTime());
   EXPECT_EQ(droTime::GetCustomTime(1850, 1, 1, 0, 0, 0), droTime::GetCustomTime(1900, 1, 1, 0, 0, 0));
@@ -42,10 +35,9 @@ TEST(DroTime, DateCountsFromZeroInPartsAndFromOneInTheStructure) {
 
 TEST(DroTime, RemainingTimeEndsAtTheNextStepOfTheClock) {
   const auto remaining = [](int minute, int second, int step) {
-    clockOfTest = {1396951200 + minute * 60 + second, 0};
+    const TestClock clock(std::chrono::seconds(1396951200 + minute * 60 + second));
     unsigned long milliseconds = 0;
     droTime::GetRemainingTimeWithClock(&milliseconds, static_cast<droTime::EMinutesStep>(step));
-    clockOfTest = kStart;
     return milliseconds;
   };
   EXPECT_EQ(remaining(7, 30, 5), 150000U);

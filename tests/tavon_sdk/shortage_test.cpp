@@ -1,46 +1,20 @@
 // What the model does when the system has no memory or no threads for it.
-#include <dlfcn.h>
+#include <optional>
 
-#include <cstdlib>
-#include <new>
-
+#include "failing_allocation.h"
 #include "model_test.h"
+#include "system_calls.h"
 #include "tav_virtualitemwait.h"
-
-// Takes the place of the C++ library's memory, to fail once after so many times; below 0 it never does.
-static thread_local int allocationsLeft = -1;
-void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-  const bool isTooLarge = size > PTRDIFF_MAX / 2;  // for any machine
-  return isTooLarge || (allocationsLeft >= 0 && allocationsLeft-- == 0) ? nullptr : std::malloc(size);
-}
-void* operator new(std::size_t size) {
-  if (void* const memory = ::operator new(size, std::nothrow)) return memory;
-  throw std::bad_alloc();
-}
-void* operator new[](std::size_t size) { return ::operator new(size); }
-void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-  return ::operator new(size, std::nothrow);
-}
-// Not inlined, for the compiler takes free for the wrong end of what new gives.
-[[gnu::noinline]] void operator delete(void* memory) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete(void* memory, std::size_t) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete[](void* memory) noexcept { std::free(memory); }
-[[gnu::noinline]] void operator delete[](void* memory, std::size_t) noexcept { std::free(memory); }
-
-// Between the library and the system, for a system that has no more threads.
-static bool noThreads = false;
-extern "C" int pthread_attr_setstacksize(pthread_attr_t* attributes, std::size_t size) noexcept {
-  void* const real = dlsym(RTLD_NEXT, "pthread_attr_setstacksize");
-  return noThreads ? EAGAIN : reinterpret_cast<decltype(&pthread_attr_setstacksize)>(real)(attributes, size);
-}
 
 TEST(Shortage, OfMemoryForATextEmptiesIt) {
   tavParameterByte parameter;
   const auto expect = [&](const char* message, const char* function, int line,
                           void (tavIObject::*setText)(const wchar_t*)) {
     (parameter.*setText)(L"old");
-    ExpectReport(5, message, "Object", function, line,
-                 [&] { allocationsLeft = 0, (parameter.*setText)(L"new"); });
+    ExpectReport(5, message, "Object", function, line, [&] {
+      const auto shortage = FailingAllocation::After(0);
+      (parameter.*setText)(L"new");
+    });
   };
   expect("Can not allocate memory for object name", "SetName", 46, &tavIObject::SetName);
   expect("Can not allocate memory for object prefix", "SetPrefix", 61, &tavIObject::SetPrefix);
@@ -65,13 +39,21 @@ TEST(Shortage, OfMemoryOrThreadsIsReportedAndOutlivedWhereverItComes) {
     tavString::FromWide(L"longer than what needs no memory", 0);
   };
   tavString reports = CapturedOutput([&] {
-    for (int count = -1; allocationsLeft < 0; ++count) try {  // then each of its allocations fails in turn
-        noThreads = count < 0;
-        allocationsLeft = count;
+    const auto use = [&] {
+      try {
         useAll();
       } catch (const std::bad_alloc&) {
       }
-    allocationsLeft = -1;
+    };
+    {
+      const auto noThreads = system_calls::pthread_attr_setstacksize.Returns(EAGAIN);
+      use();
+    }
+    for (int count = 0;; ++count) {  // each of its allocations fails in turn
+      const auto shortage = FailingAllocation::After(count);
+      use();
+      if (!shortage.HasHappened()) break;
+    }
   });
   for (const char* label : {"\nFile ----------- : tav_",
                             "\nFunction ------- : ", "\nLine Number ---- : ", "\nCustom Message - : "})

@@ -1,43 +1,13 @@
-#include <sys/time.h>
-
 #include <array>
-#include <atomic>
 #include <chrono>
-#include <thread>
 
 #include "dro_time.h"
 #include "model_test.h"
 #include "tav_time.h"
+#include "test_clock.h"
 
-using Microseconds = std::int64_t;
-
-// The clock beneath the library, for the whole test program: the machine's while this is 0, otherwise
-// standing still at that moment since 1970.
-std::atomic<Microseconds> clockStandsAt{0};
-static std::atomic<unsigned int> clockReadings{0};
-
-// With a round, a clock that stands is told some rounds early. When that are rounds of 32-bit milliseconds
-// the library sees no difference, but the deadline of a wait is in the machine's past: no wait hangs.
-static Microseconds Now(Microseconds round) {
-  const auto machine = std::chrono::system_clock::now().time_since_epoch();
-  const Microseconds latest = std::chrono::duration_cast<std::chrono::microseconds>(machine).count();
-  const Microseconds standing = clockStandsAt;
-  Microseconds now = standing == 0 ? latest : standing;
-  while (round != 0 && now > latest) now -= round;
-  return now;
-}
-
-extern "C" int gettimeofday(timeval* __restrict o_now, void* __restrict) noexcept {
-  ++clockReadings;
-  const Microseconds now = Now(Microseconds{1000} << 32);
-  *o_now = {now / 1000000, now % 1000000};
-  return 0;
-}
-
-extern "C" std::time_t time(std::time_t* o_now) noexcept {
-  const std::time_t now = Now(0) / 1000000;
-  return o_now == nullptr ? now : *o_now = now;
-}
+using std::chrono_literals::operator""ms;
+using Moment = TestClock::Moment;
 
 namespace {
 
@@ -51,23 +21,23 @@ struct Schedule : tavParameterThermoChronoWeek {
   ~Schedule() override { term_thread(); }
   void OnChangeTemperature() override { record.push_back(GetCurrentTemperature()); }
   // Sets the clock, lets the thread look at it, and tells whether this was applied since the last question.
-  void ExpectAt(Microseconds moment, const std::vector<float>& applied) {
-    clockStandsAt = moment;
-    for (const unsigned int before = clockReadings; clockReadings - before < 6;) std::this_thread::yield();
-    EXPECT_EQ(std::exchange(record, {}), applied) << moment;
+  void ExpectAt(TestClock& clock, Moment moment, const std::vector<float>& applied) {
+    TestClock::AwaitSleepers(1);
+    clock.JumpTo(moment);
+    TestClock::AwaitSleepers(1);
+    EXPECT_EQ(std::exchange(record, {}), applied) << moment.count();
   }
-  std::vector<float> record;  // handed from thread to thread by the clock's readings
+  std::vector<float> record;  // handed from thread to thread by the clock
 };
 
-Microseconds At(int year, int month, int day, int hour, int minute, int second, int milliseconds = 0) {
-  const Microseconds seconds = tavTime::GetCustomTime(year, month, day, hour, minute, second);
-  return (seconds * 1000 + milliseconds) * 1000;
+Moment At(int year, int month, int day, int hour, int minute, int second, int milliseconds = 0) {
+  return TestClock::Utc(year, month, day, hour, minute, second) + std::chrono::milliseconds(milliseconds);
 }
 
 TEST(TavParameterThermoChronoWeek, AppliesTheNextHourASecondEarly) {
   setenv("TZ", "UTC0", 1);
   const struct {
-    Microseconds start, due;
+    Moment start, due;
     unsigned int offset;
     float present, setPoint, next;
   } cases[] = {
@@ -81,18 +51,17 @@ TEST(TavParameterThermoChronoWeek, AppliesTheNextHourASecondEarly) {
       {At(2039, 12, 31, 23, 0, 0), At(2039, 12, 31, 23, 59, 59), 0, 523, 600, 600},  // beyond 32-bit time
   };
   for (const auto& c : cases) {
-    clockStandsAt = c.start;
+    TestClock clock(c.start);
     Schedule schedule;
     schedule.SetOffsetTime(c.offset);
     schedule.SetActive(1);
-    schedule.ExpectAt(c.start, {c.present});
-    schedule.ExpectAt(c.due - 1000, {});
-    schedule.ExpectAt(c.due, {c.setPoint});
-    schedule.ExpectAt(c.due - 1000, {c.next});  // a clock set back is taken for one that ran on
+    schedule.ExpectAt(clock, c.start, {c.present});
+    schedule.ExpectAt(clock, c.due - 1ms, {});
+    schedule.ExpectAt(clock, c.due, {c.setPoint});
+    schedule.ExpectAt(clock, c.due - 1ms, {c.next});  // a clock set back is taken for one that ran on
     schedule.SetActive(0);
-    schedule.ExpectAt(c.due + 86400000000, {});
+    schedule.ExpectAt(clock, c.due + std::chrono::hours(24), {});
   }
-  clockStandsAt = 0;
 }
 
 TEST(TavParameterThermoChronoWeek, TellsTheSetPointsOfADay) {
@@ -111,10 +80,9 @@ TEST(Time, IsTakenApartAlike) {
   long microseconds = 0;
   unsigned int droHours = 0;
   unsigned char parts[4];
-  clockStandsAt = At(2014, 4, 8, 10, 15, 2) + 7;
+  const TestClock clock(At(2014, 4, 8, 10, 15, 2) + Moment(7));
   EXPECT_EQ(tavTime::GetDateTime(), "Tue Apr  8 10:15:02 2014\n") << "with its line feed: intended";
   tavTime::GetTime(&seconds, &microseconds);
-  clockStandsAt = 0;
   tavTime::FormatSeconds(seconds, &hours, &parts[0], &parts[1]);
   dro::droTime::FormatSeconds(1396952102, &droHours, &parts[2], &parts[3]);
   EXPECT_TRUE(hours == 388042 && droHours == hours && microseconds == 7);

@@ -2,9 +2,10 @@
 #include <chrono>
 
 #include "model_test.h"
+#include "test_clock.h"
 #include "vtime.h"
 
-extern std::atomic<std::int64_t> clockStandsAt;  // with the clock, in the test of the schedule
+using std::chrono_literals::operator""s;
 
 namespace {
 
@@ -67,14 +68,14 @@ TEST(TimedParameters, NeverTakeANewValueForAnOldOne) {
   tavParameterSwitchRelease release;
   release.SetSafeTime(1000);
   const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(200);
-  for (clockStandsAt = 1000000000; std::chrono::steady_clock::now() < end; clockStandsAt += 1000000) {
+  for (TestClock clock(1000s); std::chrono::steady_clock::now() < end; clock.Advance(1s)) {
     release.SetValue(1);
     EXPECT_EQ(release.GetValue(), 1);
     release.SetValue(0);
   }
-  for (release.SetValue(1); release.GetValue() != 0;) clockStandsAt += 1000000;
-  for (release.IsInverted(true); release.GetValue() != 1;) clockStandsAt += 1000000;
-  clockStandsAt = 0;
+  TestClock clock(1000s);
+  for (release.SetValue(1); release.GetValue() != 0;) clock.Advance(1s);
+  for (release.IsInverted(true); release.GetValue() != 1;) clock.Advance(1s);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "vevent.h"
 
-#include <dlfcn.h>
 #include <gtest/gtest.h>
 #include <pthread.h>
 #include <unistd.h>
@@ -12,19 +11,8 @@
 #include <memory>
 #include <string>
 
+#include "system_calls.h"
 #include "vtime.h"
-
-static std::atomic<bool> mutexesFail{false}, conditionsFail{false};
-
-// Between the library and the system, for a system that has no more of them.
-extern "C" int pthread_mutex_init(pthread_mutex_t* o_mutex, const pthread_mutexattr_t* attributes) noexcept {
-  const auto real = reinterpret_cast<decltype(&pthread_mutex_init)>(dlsym(RTLD_NEXT, "pthread_mutex_init"));
-  return mutexesFail ? EAGAIN : real(o_mutex, attributes);
-}
-extern "C" int pthread_cond_init(pthread_cond_t* o_condition, const pthread_condattr_t* attributes) noexcept {
-  const auto real = reinterpret_cast<decltype(&pthread_cond_init)>(dlsym(RTLD_NEXT, "pthread_cond_init"));
-  return conditionsFail ? EAGAIN : real(o_condition, attributes);
-}
 
 // What the wait of a thread comes to, which is known to sleep in it when this returns.
 static std::future<bool> SleepingIn(const auto& wait) {
@@ -37,14 +25,18 @@ static std::future<bool> SleepingIn(const auto& wait) {
 }
 
 TEST(VEvent, StaysSignalledUntilResetAndIsUnusableWhenItsPartsCannotBeMade) {
-  for (std::atomic<bool>* const fails : {&mutexesFail, &conditionsFail}) {
+  for (const bool isMutex : {true, false}) {
     VEvent event;
     EXPECT_TRUE(event.EventInited() && !event.Wait(0) && event.Signal() && !event.Signal());
     EXPECT_TRUE(event.Wait() && event.Wait(0) && event.WaitUntil(0) && event.WaitUntil(0, 0));
     EXPECT_EQ(event.WaitRet() + event.WaitRet(0) + event.WaitUntilRet(0) + event.WaitUntilRet(0, 9999999), 0);
-    *fails = true;
-    event.Reset();
-    *fails = false;
+    if (isMutex) {
+      const auto noMutex = system_calls::pthread_mutex_init.Returns(EAGAIN);
+      event.Reset();
+    } else {
+      const auto noCondition = system_calls::pthread_cond_init.Returns(EAGAIN);
+      event.Reset();
+    }
     EXPECT_FALSE(event.EventInited() || event.Signal() || event.Wait() || event.Wait(60, 0));
     EXPECT_TRUE(event.WaitRet() == 111 && event.WaitRet(60) == 111 && event.WaitUntilRet(0) == 111);
   }

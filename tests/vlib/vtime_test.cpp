@@ -3,17 +3,7 @@
 #include <gtest/gtest.h>
 #include <sys/time.h>
 
-#include <ctime>
-
-static const timeval* clockOfTest = nullptr;
-
-// The clock beneath the library: the one of the test, else that of the machine.
-extern "C" int gettimeofday(timeval* __restrict o_now, void* __restrict) noexcept {
-  timespec now{};
-  clock_gettime(CLOCK_REALTIME, &now);
-  *o_now = clockOfTest != nullptr ? *clockOfTest : timeval{now.tv_sec, now.tv_nsec / 1000};
-  return 0;
-}
+#include "test_clock.h"
 
 TEST(VTime, KeepsThirtyTwoBitsOfMillisecondsAndSecondsAndAllMicroseconds) {
   struct ClockCase {
@@ -27,7 +17,8 @@ TEST(VTime, KeepsThirtyTwoBitsOfMillisecondsAndSecondsAndAllMicroseconds) {
       {{4294967301, 7}, 5000, 5, 4294967301000007},    // in the year 2106
   };
   for (const ClockCase& expected : cases) {
-    clockOfTest = &expected.now;
+    const TestClock clock(std::chrono::seconds(expected.now.tv_sec) +
+                          TestClock::Moment(expected.now.tv_usec));
     unsigned long seconds = 0;
     long microseconds = 0;
     VTime::Time(&seconds, nullptr);
@@ -37,5 +28,4 @@ TEST(VTime, KeepsThirtyTwoBitsOfMillisecondsAndSecondsAndAllMicroseconds) {
     EXPECT_EQ(microseconds, expected.now.tv_usec);
     EXPECT_EQ(VTime::TimeUS(), expected.microseconds);
   }
-  clockOfTest = nullptr;
 }

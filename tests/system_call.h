@@ -1,0 +1,83 @@
+#pragma once
+
+#include <dlfcn.h>
+
+#include <atomic>
+#include <cerrno>
+#include <functional>
+#include <type_traits>
+#include <utility>
+
+// A function of the C library that the test programs define themselves, beneath the libraries under test, so
+// that a test can take its place. Until a test does, calls go on to the C library (or the sanitizer in front
+// of it).
+//
+// system_calls.h lists the functions that are there:
+//
+//   const auto fullDisk = system_calls::fclose.FailsWith(ENOSPC);
+//   EXPECT_REPORT...                                   // whoever closes a stream meets a full disk
+//
+// The replacement holds until the object that the call returned goes out of scope. Set and end it while no
+// other thread is inside the function.
+template <class Signature>
+class SystemCall;
+
+template <class Result, class... Arguments>
+class SystemCall<Result(Arguments...)> {
+ public:
+  using StandIn = std::function<Result(Arguments...)>;
+
+  // Takes the place of a function for as long as it lives.
+  class Replacement {
+   public:
+    Replacement(SystemCall& call, StandIn standIn) : m_call(call), m_standIn(std::move(standIn)) {
+      m_call.m_standIn = &m_standIn;
+    }
+    ~Replacement() { m_call.m_standIn = nullptr; }
+    Replacement(const Replacement&) = delete;
+    Replacement& operator=(const Replacement&) = delete;
+
+   private:
+    SystemCall& m_call;
+    const StandIn m_standIn;
+  };
+
+  // `symbol` is the name that the linker knows.
+  constexpr explicit SystemCall(const char* symbol) : m_symbol(symbol) {}
+
+  [[nodiscard]] Replacement ReplaceBy(StandIn standIn) { return Replacement(*this, std::move(standIn)); }
+
+  // Every call sets errno and gives the result that means failure: a null pointer or -1.
+  [[nodiscard]] Replacement FailsWith(int error) {
+    return ReplaceBy([error](Arguments...) -> Result {
+      errno = error;
+      if constexpr (std::is_pointer_v<Result>) {
+        return nullptr;
+      } else {
+        return -1;
+      }
+    });
+  }
+
+  // Every call gives this result and does nothing, such as the error number of a thread function.
+  [[nodiscard]] Replacement Returns(Result result) {
+    return ReplaceBy([result](Arguments...) { return result; });
+  }
+
+  // What the function does when no test has taken its place.
+  Result Real(Arguments... arguments) {
+    if (m_real == nullptr) m_real = dlsym(RTLD_NEXT, m_symbol);
+    return reinterpret_cast<Result (*)(Arguments...)>(m_real.load())(arguments...);
+  }
+
+  // For the definition of the function itself.
+  Result operator()(Arguments... arguments) {
+    const StandIn* const standIn = m_standIn;
+    return standIn != nullptr ? (*standIn)(arguments...) : Real(arguments...);
+  }
+
+ private:
+  const char* const m_symbol;
+  std::atomic<void*> m_real{nullptr};
+  std::atomic<const StandIn*> m_standIn{nullptr};
+};

@@ -1,0 +1,135 @@
+#include "test_clock.h"
+
+#include <gtest/gtest.h>
+#include <pthread.h>
+#include <sys/time.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <list>
+#include <mutex>
+#include <thread>
+
+#include "system_call.h"
+
+namespace {
+
+using Moment = TestClock::Moment;
+
+constexpr Moment kMachine{-1};  // the clock is the machine's
+constexpr Moment kEndOfTime = Moment::max();
+std::atomic<Moment> standsAt{kMachine};
+
+// A thread in a timed wait while the clock stands.
+struct Sleeper {
+  pthread_cond_t* condition;
+  Moment until;
+  bool isDue = false;
+};
+
+std::mutex sleepersLock;
+std::list<Sleeper> sleepers;
+
+// A function that handles times has a name of its own on 32-bit machines, to which the header leads the
+// compiler.
+constexpr bool kHas32Bits = sizeof(void*) == 4;
+SystemCall<int(pthread_cond_t*, pthread_mutex_t*, const timespec*)> realTimedWait(
+    kHas32Bits ? "__pthread_cond_timedwait64" : "pthread_cond_timedwait");
+
+Moment Now() {
+  const Moment standing = standsAt;
+  if (standing != kMachine) return standing;
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  return std::chrono::seconds(now.tv_sec) + Moment(now.tv_nsec / 1000);
+}
+
+int CountOfSleepers(bool areDue) {
+  const std::lock_guard lock(sleepersLock);
+  return static_cast<int>(std::ranges::count(sleepers, areDue, &Sleeper::isDue));
+}
+
+// Wakes those for whom the time has come. They are woken until they are gone, for a thread may be about to
+// sleep.
+void WakeSleepers(Moment upTo) {
+  do {
+    const std::lock_guard lock(sleepersLock);
+    for (Sleeper& sleeper : sleepers) {
+      sleeper.isDue = sleeper.isDue || sleeper.until <= upTo;
+      if (sleeper.isDue) pthread_cond_broadcast(sleeper.condition);
+    }
+  } while (CountOfSleepers(true) != 0);
+}
+
+}  // namespace
+
+Moment TestClock::Utc(int year, int month, int day, int hour, int minute, int second) {
+  std::tm date{};
+  date.tm_year = year - 1900;
+  date.tm_mon = month - 1;
+  date.tm_mday = day;
+  date.tm_hour = hour;
+  date.tm_min = minute;
+  date.tm_sec = second;
+  return std::chrono::seconds(timegm(&date));
+}
+
+TestClock::TestClock(Moment moment) { standsAt = moment; }
+
+TestClock::~TestClock() {
+  standsAt = kMachine;
+  WakeSleepers(kEndOfTime);
+}
+
+void TestClock::Advance(std::chrono::microseconds time) {
+  const Moment moment = standsAt.load() + time;
+  standsAt = moment;
+  WakeSleepers(moment);
+}
+
+void TestClock::JumpTo(Moment moment) {
+  standsAt = moment;
+  WakeSleepers(kEndOfTime);
+}
+
+void TestClock::AwaitSleepers(int threads) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
+  while (CountOfSleepers(false) != threads) {
+    if (std::chrono::steady_clock::now() > end) FAIL() << CountOfSleepers(false) << " threads sleep";
+    std::this_thread::yield();
+  }
+}
+
+extern "C" {
+
+int gettimeofday(timeval* __restrict o_now, void* __restrict) noexcept {
+  const Moment now = Now();
+  o_now->tv_sec = static_cast<decltype(o_now->tv_sec)>(now.count() / 1000000);
+  o_now->tv_usec = static_cast<decltype(o_now->tv_usec)>(now.count() % 1000000);
+  return 0;
+}
+
+std::time_t time(std::time_t* o_now) noexcept {
+  const auto now = static_cast<std::time_t>(Now().count() / 1000000);
+  return o_now == nullptr ? now : *o_now = now;
+}
+
+int pthread_cond_timedwait(pthread_cond_t* __restrict condition, pthread_mutex_t* __restrict mutex,
+                           const timespec* __restrict deadline) {
+  if (standsAt.load() == kMachine || deadline->tv_nsec >= 1000000000) {
+    return realTimedWait(condition, mutex, deadline);
+  }
+  const Moment until = std::chrono::seconds(deadline->tv_sec) + Moment(deadline->tv_nsec / 1000);
+  std::unique_lock lock(sleepersLock);
+  if (until <= Now()) return ETIMEDOUT;
+  const auto self = sleepers.insert(sleepers.end(), {condition, until});
+  lock.unlock();
+  const int error = pthread_cond_wait(condition, mutex);
+  lock.lock();
+  const bool isDue = self->isDue;
+  sleepers.erase(self);
+  return isDue ? ETIMEDOUT : error;
+}
+
+}  // extern "C"
