@@ -49,7 +49,11 @@ function(ura_command variable target)
     return()
   endif()
   set(script "${CMAKE_BINARY_DIR}/emulated/${target}")
-  file(GENERATE OUTPUT "${script}" CONTENT "#!/bin/sh\nexec ${emulator} -0 \"$0\" '$<TARGET_FILE:${target}>' \"$@\"\n"
-       FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
   set(${variable} "${script}" PARENT_SCOPE)
+  get_property(written TARGET ${target} PROPERTY URA_COMMAND)
+  if(NOT written)
+    set_property(TARGET ${target} PROPERTY URA_COMMAND "${script}")
+    file(GENERATE OUTPUT "${script}" CONTENT "#!/bin/sh\nexec ${emulator} -0 \"$0\" '$<TARGET_FILE:${target}>' \"$@\"\n"
+         FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+  endif()
 endfunction()
