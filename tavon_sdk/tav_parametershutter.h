@@ -1,11 +1,8 @@
 #pragma once
 
-#include <memory>
-
 #include "tav_byteparameter.h"
+#include "tav_workerthread.h"
 #include "vevent.h"
-
-class VThread;
 
 namespace tavon {
 
@@ -42,6 +39,10 @@ class tavParameterShutter : public tavByteParameter<tavParameterShutter> {
 
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
+  // Wakes the thread: a value that changes is always marked dirty, whichever SetData stores it.
+  void IsDirty(bool dirty) override;
+  using tavByteParameter::IsDirty;
+
   // True when the thread made the last change.
   bool IsChangedByCallBack() const override;
 
@@ -62,12 +63,12 @@ class tavParameterShutter : public tavByteParameter<tavParameterShutter> {
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 
  private:
-  bool HasShutterFlag(unsigned char flag) const;
+  unsigned int WaitForChange(unsigned int firstLook);
 
   unsigned int m_actionTime = 0;
-  unsigned char m_flags = 0;
-  VEvent m_wakeUp;  // a command to move has come, or the thread must end
-  std::unique_ptr<VThread> m_thread;
+  bool m_isChangedByThread = false;
+  VEvent m_wakeUp;  // the value may have changed, or the thread must end
+  tavWorkerThread m_thread{m_lock};
 };
 
 }  // namespace tavon

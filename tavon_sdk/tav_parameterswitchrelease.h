@@ -1,10 +1,7 @@
 #pragma once
 
-#include <memory>
-
 #include "tav_byteparameter.h"
-
-class VThread;
+#include "tav_workerthread.h"
 
 namespace tavon {
 
@@ -66,8 +63,8 @@ class tavParameterSwitchRelease : public tavOnOffParameter<tavParameterSwitchRel
 
   unsigned int m_safeTime = 0;
   unsigned int m_activationTime = 0;
-  unsigned char m_flags = 0;
-  std::unique_ptr<VThread> m_thread;  // once made it stays, stopped or not
+  bool m_isInverted = false;
+  tavWorkerThread m_thread{m_lock};
 };
 
 }  // namespace tavon

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tav_concreteparameter.h"
-#include "vthread.h"
+#include "tav_workerthread.h"
 
 namespace tavon {
 
@@ -89,12 +89,9 @@ class tavParameterThermoChronoWeek : public tavConcreteParameter<tavParameterThe
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 
  private:
-  bool MustEnd() const;
-
-  unsigned char m_flags = 0;
   unsigned int m_offsetTime = 0;
   float m_currentTemperature = 0.0F;
-  VThread m_thread;
+  tavWorkerThread m_thread{m_lock};
 };
 
 }  // namespace tavon

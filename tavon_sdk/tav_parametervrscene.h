@@ -4,9 +4,8 @@
 
 #include "tav_byteparameter.h"
 #include "tav_virtualitem.h"
+#include "tav_workerthread.h"
 #include "vevent.h"
-
-class VThread;
 
 namespace tavon {
 
@@ -84,20 +83,27 @@ class tavParameterVRScene : public tavByteParameter<tavParameterVRScene> {
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 
  private:
-  bool HasSceneFlag(unsigned char flag) const;
+  struct Items;
+  struct Step;
+
+  template <class Item>
+  std::unique_ptr<Item> MakeItem();
+  tavIVirtualItem* FirstItem() const;
   bool HasMoreThan(unsigned int count) const;
   void EndWaits();
-  void ExecuteItem(tavIVirtualItem& item);
-  bool IsPlaying() const;
-  bool MayExecute(tavIVirtualItem& item) const;
-  bool PlayItems();
-  void FinishPlay();
+  void ExecuteStep(const Step& step);
+  bool IsPlaying(const std::shared_ptr<Items>& items) const;
+  bool MayExecute(const std::shared_ptr<Items>& items, const Step& step) const;
+  bool PlayItems(const std::shared_ptr<Items>& items);
+  void PlayOnThread();
+  void PlayAtOnce();
 
-  unsigned char m_flags = 0;
+  bool m_isBuilding = false;
+  bool m_usesThread = false;
+  bool m_isPlayingAtOnce = false;
   VEvent m_playEvent;
-  std::unique_ptr<VThread> m_thread;       // once made it stays, stopped or not
-  tavIVirtualItem* m_firstItem = nullptr;  // the scene owns the whole list
-  tavIVirtualItem* m_lastItem = nullptr;   // where the next is appended
+  tavWorkerThread m_thread{m_lock};
+  std::shared_ptr<Items> m_items;  // null while there are none; a play under way has a share, too
 };
 
 }  // namespace tavon

@@ -2,15 +2,11 @@
 
 #include <algorithm>
 
-#include "tav_parameterthread.h"
 #include "tav_time.h"
 #include "tav_valueencoding.h"
 
 namespace tavon {
 namespace {
-
-constexpr unsigned char kThreadMustEnd = 1;
-constexpr unsigned char kChangedByThread = 16;
 
 constexpr unsigned char kOneWay = 1;
 constexpr unsigned char kStop = 2;
@@ -29,7 +25,7 @@ void WriteCommand(const tavString& text, unsigned char* target) { *target = Limi
 
 tavParameterShutter::tavParameterShutter() {
   SetValue(kStop);
-  switch (StartParameterThread(m_thread, thread_procedure, this, kStackSize)) {
+  switch (m_thread.Start(thread_procedure, this, kStackSize)) {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
@@ -59,11 +55,18 @@ void tavParameterShutter::SetValue(unsigned char value) { SetByte(Limit(value));
 void tavParameterShutter::SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) {
   const tavSMutex lock(&m_lock);
   tavByteParameter::SetData(data, size, flag);
-  m_flags = static_cast<unsigned char>(m_flags & ~kChangedByThread);
-  if (m_value[0] != kStop) m_wakeUp.Signal();
+  m_isChangedByThread = false;
 }
 
-bool tavParameterShutter::IsChangedByCallBack() const { return HasShutterFlag(kChangedByThread); }
+void tavParameterShutter::IsDirty(bool dirty) {
+  tavByteParameter::IsDirty(dirty);
+  if (dirty) m_wakeUp.Signal();
+}
+
+bool tavParameterShutter::IsChangedByCallBack() const {
+  const tavSMutex lock(&m_lock);
+  return m_isChangedByThread;
+}
 
 tavString tavParameterShutter::SerializeParametersAsXml() const {
   const tavSMutex lock(&m_lock);
@@ -73,25 +76,28 @@ tavString tavParameterShutter::SerializeParametersAsXml() const {
 }
 
 void tavParameterShutter::term_thread() {
-  {
-    const tavSMutex lock(&m_lock);
-    m_flags |= kThreadMustEnd;
-  }
+  if (!m_thread.AskToEnd()) return;
   m_wakeUp.Signal();
-  if (m_thread) m_thread->Stop();
+  m_thread.WaitForEnd();
 }
 
-bool tavParameterShutter::HasShutterFlag(unsigned char flag) const {
-  const tavSMutex lock(&m_lock);
-  return (m_flags & flag) != 0;
+// While no travel is timed there is nothing to see before the value changes. The first look after that is
+// when it would be with one look every period, so a command is never acted on earlier. What is left of the
+// period is waited for by the caller.
+unsigned int tavParameterShutter::WaitForChange(unsigned int firstLook) {
+  m_wakeUp.Wait();
+  m_wakeUp.Reset();
+  return kPeriod - (Now() - firstLook) % kPeriod;
 }
 
 void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
   auto& self = *static_cast<tavParameterShutter*>(parameter);
+  // Any other thread could not be woken by its own Stop(), so it looks every period.
+  const bool maySleep = self.m_thread.Is(thread);
   unsigned char lastSeen = 0;
   unsigned int startTime = 0;  // 0: no travel is timed. A clock that happens to read 0 counts as that, too.
   const unsigned int firstLook = Now();
-  while (!self.HasShutterFlag(kThreadMustEnd)) {
+  while (!self.m_thread.MustEnd()) {
     const unsigned char value = self.GetValue();
     const unsigned int now = Now();
     if (value != lastSeen && value >= kOneWay && value <= kOtherWay) {
@@ -99,23 +105,15 @@ void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
       startTime = value == kStop ? 0 : now;
     }
     if (value != kStop && startTime != 0 && now - startTime >= self.GetActionTime()) {
-      self.SetByte(kStop);
+      tavWorkerThread::Guard([&] { self.SetByte(kStop); });
       {
         const tavSMutex lock(&self.m_lock);
         // Not when a command has come meanwhile: the last change is that one.
-        if (self.m_value[0] == kStop) self.m_flags |= kChangedByThread;
+        if (self.m_value[0] == kStop) self.m_isChangedByThread = true;
       }
-      self.OnStop();
+      tavWorkerThread::Guard([&] { self.OnStop(); });
     }
-    unsigned int pause = kPeriod;
-    if (startTime == 0) {
-      // While no travel is timed there is nothing to see before the next command. The first look after it is
-      // when it would have been with one every period, so a command is never acted on earlier than that. From
-      // there a whole period is waited: a look a millisecond early would cost one more.
-      self.m_wakeUp.Wait();
-      self.m_wakeUp.Reset();
-      pause -= (Now() - firstLook) % kPeriod;
-    }
+    const unsigned int pause = maySleep && startTime == 0 ? self.WaitForChange(firstLook) : kPeriod;
     if (!thread->WaitContinue(pause)) return;
   }
 }

@@ -1,14 +1,10 @@
 #include "tav_parameterswitchrelease.h"
 
-#include "tav_parameterthread.h"
 #include "tav_time.h"
 #include "tav_valueencoding.h"
 
 namespace tavon {
 namespace {
-
-constexpr unsigned char kInverted = 1;
-constexpr unsigned char kThreadMustEnd = 2;
 
 constexpr unsigned int kShortestSafeTime = 1000;  // ms
 constexpr unsigned int kPeriod = 250;             // ms
@@ -28,8 +24,8 @@ void tavParameterSwitchRelease::SetSafeTime(const unsigned int& ms) {
     term_thread();
     return;
   }
-  if (m_thread) return;
-  switch (StartParameterThread(m_thread, thread_procedure, this, kStackSize)) {
+  if (m_thread.Exists()) return;
+  switch (m_thread.Start(thread_procedure, this, kStackSize)) {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
@@ -48,36 +44,32 @@ unsigned int tavParameterSwitchRelease::GetSafeTime() const {
 
 void tavParameterSwitchRelease::IsInverted(bool inverted) {
   const tavSMutex lock(&m_lock);
-  m_flags = static_cast<unsigned char>(inverted ? m_flags | kInverted : m_flags & ~kInverted);
+  m_isInverted = inverted;
 }
 
 bool tavParameterSwitchRelease::IsInverted() const {
   const tavSMutex lock(&m_lock);
-  return (m_flags & kInverted) != 0;
+  return m_isInverted;
 }
 
 void tavParameterSwitchRelease::SetData(const unsigned char* data, const unsigned int& size,
                                         unsigned char flag) {
   const tavSMutex lock(&m_lock);
   tavOnOffParameter::SetData(data, size, flag);
-  const bool isActive = (m_value[0] != 0) != IsInverted();
+  const bool isActive = (GetData()[0] != 0) != m_isInverted;
   if (isActive) m_activationTime = static_cast<unsigned int>(tavTime::GetTime());
 }
 
 tavString tavParameterSwitchRelease::SerializeParametersAsXml() const {
   const tavSMutex lock(&m_lock);
   tavString xml = tavOnOffParameter::SerializeParametersAsXml();
-  xml.append("<invert>").append(IsInverted() ? "1" : "0").append("</invert>");
+  xml.append("<invert>").append(m_isInverted ? "1" : "0").append("</invert>");
   xml.append("<ms_time>").append(tavString::FromULong(m_safeTime)).append("</ms_time>");
   return xml;
 }
 
 void tavParameterSwitchRelease::term_thread() {
-  tavSMutex lock(&m_lock);
-  if (!m_thread) return;
-  m_flags |= kThreadMustEnd;  // never taken back, and no other thread is made: it would end at its first pass
-  lock.UnLock();
-  m_thread->Stop();
+  if (m_thread.AskToEnd()) m_thread.WaitForEnd();
 }
 
 bool tavParameterSwitchRelease::ReadState(unsigned char& o_value, unsigned int& o_age) const {
@@ -85,7 +77,7 @@ bool tavParameterSwitchRelease::ReadState(unsigned char& o_value, unsigned int& 
   o_value = m_value[0];
   // Unsigned 32-bit arithmetic is right across the wrap of the clock.
   o_age = static_cast<unsigned int>(tavTime::GetTime()) - m_activationTime;
-  return (m_flags & kThreadMustEnd) == 0;
+  return !m_thread.MustEnd();
 }
 
 void tavParameterSwitchRelease::thread_procedure(VThread* thread, void* parameter) {
@@ -98,8 +90,8 @@ void tavParameterSwitchRelease::thread_procedure(VThread* thread, void* paramete
     if (age >= safeTime) {
       const unsigned char rest = isInverted ? 1 : 0;
       if (value != rest) {
-        self.SetByte(rest);
-        self.OnSafeValue();
+        tavWorkerThread::Guard([&] { self.SetByte(rest); });
+        tavWorkerThread::Guard([&] { self.OnSafeValue(); });
       }
       isInverted = self.IsInverted();
       safeTime = self.GetSafeTime();

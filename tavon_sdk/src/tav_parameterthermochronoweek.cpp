@@ -9,8 +9,6 @@
 namespace tavon {
 namespace {
 
-constexpr unsigned char kThreadMustEnd = 1;
-
 constexpr int kHours = 24;
 constexpr int kDays = 7;
 constexpr std::size_t kSetPoints = std::size_t{kDays} * kHours;
@@ -69,9 +67,7 @@ bool WriteSchedule(const tavString& text, unsigned char* target) {
 }  // namespace
 
 tavParameterThermoChronoWeek::tavParameterThermoChronoWeek() {
-  m_thread.SetAutoRelease(false);
-  m_thread.SetWork(thread_procedure, this);
-  if (!m_thread.Start(kStackSize)) {
+  if (m_thread.Start(thread_procedure, this, kStackSize) != tavThreadStart::Started) {
     Report(tavError_OperationFailed, "Can not start thread for tavParameterThermoChronoWeek\n", 123);
   }
 }
@@ -160,25 +156,16 @@ void tavParameterThermoChronoWeek::update_temperature(int day, int hour) {
 }
 
 void tavParameterThermoChronoWeek::term_thread() {
-  {
-    const tavSMutex lock(&m_lock);
-    m_flags |= kThreadMustEnd;
-  }
-  m_thread.Stop();
-}
-
-bool tavParameterThermoChronoWeek::MustEnd() const {
-  const tavSMutex lock(&m_lock);
-  return (m_flags & kThreadMustEnd) != 0;
+  if (m_thread.AskToEnd()) m_thread.WaitForEnd();
 }
 
 void tavParameterThermoChronoWeek::thread_procedure(VThread* thread, void* parameter) {
   auto& self = *static_cast<tavParameterThermoChronoWeek*>(parameter);
   DueHour next = NextHour();
-  while (!self.MustEnd()) {
+  while (!self.m_thread.MustEnd()) {
     const unsigned int passed = static_cast<unsigned int>(tavTime::GetTime()) - next.start;
     if (passed >= next.wait + self.GetOffsetTime()) {
-      self.update_temperature(next.day, next.hour);
+      tavWorkerThread::Guard([&] { self.update_temperature(next.day, next.hour); });
       next = NextHour();
     }
     if (!thread->WaitContinue(kPeriod)) return;

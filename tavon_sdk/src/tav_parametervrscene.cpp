@@ -2,8 +2,8 @@
 
 #include <algorithm>
 #include <new>
+#include <utility>
 
-#include "tav_parameterthread.h"
 #include "tav_valueencoding.h"
 #include "tav_virtualitemparameter.h"
 #include "tav_virtualitemwait.h"
@@ -11,24 +11,67 @@
 namespace tavon {
 namespace {
 
-constexpr unsigned char kBuilding = 1;
-constexpr unsigned char kThreadMustEnd = 2;
-constexpr unsigned char kUseThread = 8;
-
 constexpr unsigned char kStopped = 0;
 constexpr unsigned char kPlayOnce = 1;
 constexpr unsigned char kPlayRepeatedly = 2;
+
+constexpr int kWaitItem = 0;
+constexpr int kParameterItem = 1;
 
 constexpr unsigned int kShortestWait = 10;  // ms
 constexpr unsigned int kPause = 100;        // ms, after a play
 constexpr unsigned long kStackSize = 524288;
 
-template <class Item>
-std::unique_ptr<Item> MakeItem() {
-  return std::unique_ptr<Item>(new (std::nothrow) Item);
-}
+// A flag that is set for a scope.
+class ScopedFlag {
+ public:
+  explicit ScopedFlag(bool& flag) : m_flag(flag) { m_flag = true; }
+  ~ScopedFlag() { m_flag = false; }
+  ScopedFlag(const ScopedFlag&) = delete;
+  ScopedFlag& operator=(const ScopedFlag&) = delete;
+
+ private:
+  bool& m_flag;
+};
 
 }  // namespace
+
+// The list of items and their owner. A play has a share in it: should a hook or an item delete the scene's
+// items, the one that is executing lives on until it returns.
+struct tavParameterVRScene::Items {
+  Items() = default;
+  ~Items() {
+    while (first != nullptr) {
+      const std::unique_ptr<tavIVirtualItem> item(first);
+      first = item->GetNext();
+    }
+  }
+  Items(const Items&) = delete;
+  Items& operator=(const Items&) = delete;
+
+  tavIVirtualItem* first = nullptr;
+  tavIVirtualItem* last = nullptr;  // where the next is appended
+};
+
+// An item and what it is, which is asked for once: at most one of the two pointers is set.
+struct tavParameterVRScene::Step {
+  explicit Step(tavIVirtualItem& stepItem) : item(stepItem) {
+    switch (item.GetType()) {
+      case kWaitItem:
+        wait = dynamic_cast<tavVirtualItemWait*>(&item);
+        break;
+      case kParameterItem:
+        setting = dynamic_cast<tavVirtualItemParameter*>(&item);
+        break;
+      default:
+        break;
+    }
+  }
+
+  tavIVirtualItem& item;
+  tavVirtualItemWait* wait = nullptr;
+  tavVirtualItemParameter* setting = nullptr;
+};
 
 unsigned char tavParameterVRScene::NonThreadParametersCount = 2;
 
@@ -39,7 +82,7 @@ tavParameterVRScene::~tavParameterVRScene() { delete_scene(); }
 tavEError tavParameterVRScene::BuildScene_Begin() {
   {
     const tavSMutex lock(&m_lock);
-    m_flags |= kBuilding;
+    m_isBuilding = true;
   }
   delete_scene();
   return tavError_NoError;
@@ -47,7 +90,7 @@ tavEError tavParameterVRScene::BuildScene_Begin() {
 
 tavEError tavParameterVRScene::BuildScene_AddWait(const unsigned int& ms) {
   const tavSMutex lock(&m_lock);
-  if (!HasSceneFlag(kBuilding)) {
+  if (!m_isBuilding) {
     return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", 200);
   }
   if (ms < kShortestWait) {
@@ -57,14 +100,14 @@ tavEError tavParameterVRScene::BuildScene_AddWait(const unsigned int& ms) {
   if (!wait) return Report(tavError_OutOfMemory, "pWait == 0", 204);
   wait->SetWaitTime(ms);
   add_as_last(wait.release());
-  m_flags |= kUseThread;
+  m_usesThread = true;
   return tavError_NoError;
 }
 
 tavEError tavParameterVRScene::BuildScene_AddSetParameter(tavIParameter* pPrm, const unsigned char* pBuffer,
                                                           const unsigned int& size) {
   const tavSMutex lock(&m_lock);
-  if (!HasSceneFlag(kBuilding)) {
+  if (!m_isBuilding) {
     return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", 213);
   }
   if (pPrm == nullptr) return Report(tavError_InvalidArgument, "pPrm == 0", 214);
@@ -77,19 +120,19 @@ tavEError tavParameterVRScene::BuildScene_AddSetParameter(tavIParameter* pPrm, c
     return Report(tavError_OperationFailed, "Can not set parameter as virtual item", 220);
   }
   add_as_last(item.release());
-  if (!UseThread() && HasMoreThan(NonThreadParametersCount)) m_flags |= kUseThread;
+  if (HasMoreThan(NonThreadParametersCount)) m_usesThread = true;
   return tavError_NoError;
 }
 
 tavEError tavParameterVRScene::BuildScene_End() {
   const tavSMutex lock(&m_lock);
-  m_flags = static_cast<unsigned char>(m_flags & ~kBuilding);
-  if (!UseThread()) {
+  m_isBuilding = false;
+  if (!m_usesThread) {
     Report(tavError_NoError, "tavParameterVRScene do not use Thread for play", 193);
     return tavError_NoError;
   }
-  if (m_thread) return tavError_NoError;
-  switch (StartParameterThread(m_thread, thread_procedure, this, kStackSize)) {
+  if (m_thread.Exists()) return tavError_NoError;
+  switch (m_thread.Start(thread_procedure, this, kStackSize)) {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
@@ -100,40 +143,44 @@ tavEError tavParameterVRScene::BuildScene_End() {
   return tavError_NoError;
 }
 
-bool tavParameterVRScene::UseThread() const { return HasSceneFlag(kUseThread); }
+bool tavParameterVRScene::UseThread() const {
+  const tavSMutex lock(&m_lock);
+  return m_usesThread;
+}
 
 void tavParameterVRScene::SetValue(unsigned char value) { SetByte(std::min(value, kPlayRepeatedly)); }
 
 void tavParameterVRScene::SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) {
   tavByteParameter::SetData(data, size, flag);
   const tavSMutex lock(&m_lock);
-  if (UseThread()) {
+  if (m_usesThread) {
     if (m_value[0] == kStopped) {
       EndWaits();
     } else {
       m_playEvent.Signal();
     }
     // Only a thread that waits now has seen the request: intended. The signal that ends a thread must stay.
-    if (!HasSceneFlag(kThreadMustEnd)) m_playEvent.Reset();
+    if (!m_thread.MustEnd()) m_playEvent.Reset();
     return;
   }
-  if (m_value[0] != kPlayOnce || m_firstItem == nullptr) return;
-  for (tavIVirtualItem* item = m_firstItem; item != nullptr; item = item->GetNext()) ExecuteItem(*item);
-  FinishPlay();
+  // Whoever has the lock while a play at once is under way is that play itself, which has come back here by
+  // one of its hooks or items: it is not started again.
+  if (m_value[0] == kPlayOnce && FirstItem() != nullptr && !m_isPlayingAtOnce) PlayAtOnce();
 }
 
 tavString tavParameterVRScene::SerializeParametersAsXml() const {
   const tavSMutex lock(&m_lock);
   tavString xml = tavByteParameter::SerializeParametersAsXml();
   xml.append("<scene>");
-  for (tavIVirtualItem* item = m_firstItem; item != nullptr; item = item->GetNext()) {
-    if (const auto* wait = dynamic_cast<const tavVirtualItemWait*>(item)) {
-      xml.append("<wait ms_time=\"").append(tavString::FromULong(wait->GetWaitTime())).append("\"></wait>");
-    } else if (const auto* setting = dynamic_cast<const tavVirtualItemParameter*>(item)) {
-      const tavIParameter* target = setting->GetParameter();
-      if (target == nullptr) continue;
-      xml.append("<set id=\"").append(tavString::FromULong(target->GetUniqueID()));
-      xml.append("\" val=\"").append(target->ValueToString()).append("\"></set>");
+  for (tavIVirtualItem* item = FirstItem(); item != nullptr; item = item->GetNext()) {
+    const Step step(*item);
+    if (step.wait != nullptr) {
+      xml.append("<wait ms_time=\"").append(tavString::FromULong(step.wait->GetWaitTime()));
+      xml.append("\"></wait>");
+    } else if (step.setting != nullptr && step.setting->GetParameter() != nullptr) {
+      const tavIParameter& target = *step.setting->GetParameter();
+      xml.append("<set id=\"").append(tavString::FromULong(target.GetUniqueID()));
+      xml.append("\" val=\"").append(target.ValueToString()).append("\"></set>");
     }
   }
   xml.append("</scene>");
@@ -141,102 +188,130 @@ tavString tavParameterVRScene::SerializeParametersAsXml() const {
 }
 
 void tavParameterVRScene::term_thread() {
-  tavSMutex lock(&m_lock);
-  if (!m_thread) return;
-  m_flags |= kThreadMustEnd;  // never taken back, and no other thread is made: it would end at its first test
-  m_playEvent.Signal();
-  EndWaits();
-  lock.UnLock();
-  m_thread->Stop();
+  {
+    const tavSMutex lock(&m_lock);
+    if (!m_thread.AskToEnd()) return;
+    m_playEvent.Signal();
+    EndWaits();
+  }
+  m_thread.WaitForEnd();
   m_playEvent.Reset();
 }
 
 void tavParameterVRScene::delete_scene() {
   term_thread();
+  std::shared_ptr<Items> deleted;  // outlives the lock: an item may take locks of its own when it goes
   const tavSMutex lock(&m_lock);
-  m_lastItem = nullptr;
-  while (m_firstItem != nullptr) {
-    const std::unique_ptr<tavIVirtualItem> item(m_firstItem);
-    m_firstItem = item->GetNext();
-  }
+  if (m_items.use_count() > 1) EndWaits();
+  deleted.swap(m_items);
 }
 
 void tavParameterVRScene::add_as_last(tavIVirtualItem* item) {
   if (item == nullptr) return;
+  std::unique_ptr<tavIVirtualItem> owner(item);
   const tavSMutex lock(&m_lock);
-  if (m_lastItem == nullptr) {
-    m_firstItem = item;
+  if (!m_items) m_items = std::make_shared<Items>();
+  if (m_items->last == nullptr) {
+    m_items->first = owner.release();
   } else {
     // An item may have brought others with it.
-    while (tavIVirtualItem* const next = m_lastItem->GetNext()) m_lastItem = next;
-    m_lastItem->SetNext(item);
+    while (tavIVirtualItem* const next = m_items->last->GetNext()) m_items->last = next;
+    m_items->last->SetNext(owner.release());
   }
-  m_lastItem = item;
+  m_items->last = item;
 }
 
-bool tavParameterVRScene::HasSceneFlag(unsigned char flag) const {
-  const tavSMutex lock(&m_lock);
-  return (m_flags & flag) != 0;
+// An item for a list that is there: appending it cannot fail. Null without memory.
+template <class Item>
+std::unique_ptr<Item> tavParameterVRScene::MakeItem() {
+  try {
+    if (!m_items) m_items = std::make_shared<Items>();
+    return std::make_unique<Item>();
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
 }
+
+tavIVirtualItem* tavParameterVRScene::FirstItem() const { return m_items ? m_items->first : nullptr; }
 
 bool tavParameterVRScene::HasMoreThan(unsigned int count) const {
-  tavIVirtualItem* item = m_firstItem;
+  tavIVirtualItem* item = FirstItem();
   while (item != nullptr && count-- > 0) item = item->GetNext();
   return item != nullptr;
 }
 
+// An item that throws does not keep the others waiting.
 void tavParameterVRScene::EndWaits() {
-  for (tavIVirtualItem* item = m_firstItem; item != nullptr; item = item->GetNext()) item->ExitExecute();
-}
-
-void tavParameterVRScene::ExecuteItem(tavIVirtualItem& item) {
-  item.Execute();
-  if (item.GetType() != 1) return;
-  if (const auto* setting = dynamic_cast<const tavVirtualItemParameter*>(&item)) {
-    OnParameterSet(setting->GetParameter());
+  for (tavIVirtualItem* item = FirstItem(); item != nullptr; item = item->GetNext()) {
+    tavWorkerThread::Guard([item] { item->ExitExecute(); });
   }
 }
 
-bool tavParameterVRScene::IsPlaying() const {
+void tavParameterVRScene::ExecuteStep(const Step& step) {
+  step.item.Execute();
+  if (step.setting != nullptr) OnParameterSet(step.setting->GetParameter());
+}
+
+// Whether a play of these items goes on: it was not stopped, and they are still the scene's.
+bool tavParameterVRScene::IsPlaying(const std::shared_ptr<Items>& items) const {
   const tavSMutex lock(&m_lock);
-  return (m_flags & kThreadMustEnd) == 0 && m_value[0] != kStopped;
+  return !m_thread.MustEnd() && m_value[0] != kStopped && m_items == items;
 }
 
 // Whether the play goes on with an item. Asked and announced in one step, so that a stop either is seen here
 // or ends the wait that is about to begin.
-bool tavParameterVRScene::MayExecute(tavIVirtualItem& item) const {
+bool tavParameterVRScene::MayExecute(const std::shared_ptr<Items>& items, const Step& step) const {
   const tavSMutex lock(&m_lock);
-  if (!IsPlaying()) return false;
-  if (auto* wait = dynamic_cast<tavVirtualItemWait*>(&item)) wait->Prepare();
+  if (!IsPlaying(items)) return false;
+  if (step.wait != nullptr) step.wait->Prepare();
   return true;
 }
 
-// Plays on the thread, again and again while the value says so. True when a single play came to its end.
-bool tavParameterVRScene::PlayItems() {
+// Plays again and again while the value says so. True when a single play came to its end.
+bool tavParameterVRScene::PlayItems(const std::shared_ptr<Items>& items) {
+  tavIVirtualItem* const first = items ? items->first : nullptr;
   do {
-    for (tavIVirtualItem* item = m_firstItem; item != nullptr; item = item->GetNext()) {
-      if (!MayExecute(*item)) return false;
-      try {
-        ExecuteItem(*item);
-      } catch (const tavError&) {
-        // A log that throws its records: nobody is here to catch them, and the play goes on.
-      }
+    for (tavIVirtualItem* item = first; item != nullptr; item = item->GetNext()) {
+      const Step step(*item);
+      if (!MayExecute(items, step)) return false;
+      tavWorkerThread::Guard([&] { ExecuteStep(step); });
     }
-  } while (m_firstItem != nullptr && GetValue() == kPlayRepeatedly);
-  return IsPlaying();  // a stop during the last item is a stop, too
+  } while (first != nullptr && GetValue() == kPlayRepeatedly);
+  return IsPlaying(items);  // a stop during the last item is a stop, too
 }
 
-void tavParameterVRScene::FinishPlay() {
+void tavParameterVRScene::PlayOnThread() {
+  std::shared_ptr<Items> items;
+  {
+    const tavSMutex lock(&m_lock);
+    if (m_value[0] == kStopped) return;
+    items = m_items;
+  }
+  bool isFinished = false;
+  tavWorkerThread::Guard([&] { isFinished = PlayItems(items); });
+  if (!isFinished) return;
+  tavWorkerThread::Guard([&] { SetByte(kStopped); });
+  tavWorkerThread::Guard([&] { OnPlayFinish(); });
+}
+
+// Plays on the thread that sets the value, with the lock held.
+void tavParameterVRScene::PlayAtOnce() {
+  const ScopedFlag playing(m_isPlayingAtOnce);
+  const std::shared_ptr<Items> items = m_items;
+  for (tavIVirtualItem* item = items->first; item != nullptr; item = item->GetNext()) {
+    ExecuteStep(Step(*item));
+    if (m_items != items) return;  // the scene was rebuilt or deleted: the rest is dropped
+  }
   SetByte(kStopped);
   OnPlayFinish();
 }
 
 void tavParameterVRScene::thread_procedure(VThread* thread, void* scene) {
   auto& self = *static_cast<tavParameterVRScene*>(scene);
-  while (!self.HasSceneFlag(kThreadMustEnd)) {
+  while (!self.m_thread.MustEnd()) {
     self.m_playEvent.Wait();
-    if (self.HasSceneFlag(kThreadMustEnd)) break;
-    if (self.GetValue() != kStopped && self.PlayItems()) self.FinishPlay();
+    if (self.m_thread.MustEnd()) break;
+    self.PlayOnThread();
     self.m_playEvent.Reset();
     if (!thread->WaitContinue(kPause)) break;
   }
