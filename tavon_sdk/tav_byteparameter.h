@@ -16,12 +16,12 @@ class tavByteParameter : public tavConcreteParameter<Self, 1> {
   // The byte as a decimal number.
   tavString ValueToString() const override { return tavString::FromInt(GetValue()); }
 
-  // Compares with the first byte of the operand.
+  // Compares the value, as GetData tells it, with the first byte of the operand.
   bool Comparison(const tavECodeOperator& op, const unsigned char* data,
                   const unsigned int& size) const override {
     if (data == nullptr || size == 0) return false;
     const tavSMutex lock(&this->m_lock);
-    return this->Compare(op, this->m_value[0], data[0]);
+    return this->Compare(op, this->GetData()[0], data[0]);
   }
 
  protected:

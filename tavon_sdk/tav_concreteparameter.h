@@ -27,6 +27,9 @@ struct tavPublishedLines {
 template <class Self, unsigned int N>
 class tavConcreteParameter : public tavTParameter<N> {
  public:
+  // Size of the value in bytes, as it travels.
+  static constexpr std::size_t ValueSize = N;
+
   tavEObject GetType() const override { return Self::TypeId; }
   const char* GetTypeName() const override { return Self::TypeName; }
 
@@ -107,11 +110,12 @@ class tavConcreteParameter : public tavTParameter<N> {
   // For Comparison of values without an order: equal or not to N bytes; the other operators are false.
   bool CompareUnordered(tavECodeOperator op, const unsigned char* data) const {
     const tavSMutex lock(&this->m_lock);
+    const unsigned char* value = this->GetData();
     switch (op) {
       case tavCodeOperator_Equal:
-        return std::equal(this->m_value.begin(), this->m_value.end(), data);
+        return std::equal(value, value + N, data);
       case tavCodeOperator_NotEqual:
-        return !std::equal(this->m_value.begin(), this->m_value.end(), data);
+        return !std::equal(value, value + N, data);
       case tavCodeOperator_Greater:
       case tavCodeOperator_GreaterOrEqual:
       case tavCodeOperator_Less:

@@ -11,12 +11,6 @@ namespace tavon {
 template <class Self>
 class tavFloatParameter : public tavConcreteParameter<Self, kFloatSize> {
  public:
-  void SetValue(float value) {
-    unsigned char bytes[kFloatSize];
-    StoreFloat(value, bytes);
-    this->SetData(bytes, kFloatSize, 1);
-  }
-
   float GetValue() const {
     const tavSMutex lock(&this->m_lock);
     return LoadFloat(this->m_value.data());
@@ -31,11 +25,19 @@ class tavFloatParameter : public tavConcreteParameter<Self, kFloatSize> {
                   const unsigned int& size) const override {
     if (data == nullptr || size < kFloatSize) return false;
     const tavSMutex lock(&this->m_lock);
+    const unsigned char* value = this->GetData();
     if (op == tavCodeOperator_Equal || op == tavCodeOperator_NotEqual) {
-      const int difference = std::memcmp(this->m_value.data(), data, kFloatSize);
-      return this->Compare(op, difference, 0);
+      return this->Compare(op, std::memcmp(value, data, kFloatSize), 0);
     }
-    return this->Compare(op, LoadFloat(this->m_value.data()), LoadFloat(data));
+    return this->Compare(op, LoadFloat(value), LoadFloat(data));
+  }
+
+ protected:
+  // Sets the value through the virtual SetData. A type with limits applies them first.
+  void SetFloat(float value) {
+    unsigned char bytes[kFloatSize];
+    StoreFloat(value, bytes);
+    this->SetData(bytes, kFloatSize, 1);
   }
 };
 

@@ -14,7 +14,7 @@ class tavParameterCamera : public tavTextParameter<tavParameterCamera> {
   // UTF-8; a null text is empty. Setting a URL that differs makes the object dirty.
   void SetLocalUrl(const wchar_t* url);
   void SetLocalUrl(const char* url);
-  tavString GetLocalUrl() const { return ValueToString(); }
+  tavString GetLocalUrl() const { return CopyText(); }
   void SetRemoteUrl(const wchar_t* url);
   void SetRemoteUrl(const char* url);
   tavString GetRemoteUrl() const;

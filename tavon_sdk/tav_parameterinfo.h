@@ -14,7 +14,7 @@ class tavParameterInfo : public tavTextParameter<tavParameterInfo> {
   // Sets the text through SetData; null and empty texts change nothing.
   void SetValue(const wchar_t* text);
   void SetValue(const char* text);
-  tavString GetValue() const { return ValueToString(); }
+  tavString GetValue() const { return CopyText(); }
 
   // Sets the text itself; an empty one does nothing. See tavConcreteParameter.
   using tavTextParameter::SetDataFromString;

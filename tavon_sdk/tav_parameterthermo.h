@@ -11,6 +11,8 @@ class tavParameterThermo : public tavFloatParameter<tavParameterThermo> {
   static constexpr const char* TypeName = "ParameterThermo";
   static constexpr tavReporter Report{"tav_parameterthermo"};
 
+  void SetValue(float value) { SetFloat(value); }
+
   // Writes four bytes: the number in the text, little-endian single precision, any value. An empty text
   // writes nothing, a null buffer is reported, code 6.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);

@@ -11,6 +11,8 @@ class tavParameterTuner : public tavFloatParameter<tavParameterTuner> {
   static constexpr const char* TypeName = "ParameterTuner";
   static constexpr tavReporter Report{"tav_parametertuner"};
 
+  void SetValue(float value) { SetFloat(value); }
+
   // Writes four bytes: the number in the text, little-endian single precision, any value. An empty text
   // writes nothing, a null buffer is reported, code 6.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);

@@ -9,6 +9,9 @@ namespace tavon {
 template <class Self>
 class tavTextParameter : public tavConcreteParameter<Self, 1> {
  public:
+  // None: the value travels as the text itself, whatever its length.
+  static constexpr std::size_t ValueSize = 0;
+
   const unsigned char* GetData() const override {
     return reinterpret_cast<const unsigned char*>(m_text.c_str());
   }
@@ -36,12 +39,15 @@ class tavTextParameter : public tavConcreteParameter<Self, 1> {
     ReplaceText(m_text, std::string(reinterpret_cast<const char*>(data), size));
   }
 
-  tavString ValueToString() const override {
+  tavString ValueToString() const override { return CopyText(); }
+
+ protected:
+  // For getters: not virtual, so a class that decorates ValueToString can call them from it.
+  tavString CopyText() const {
     const tavSMutex lock(&this->m_lock);
     return m_text;
   }
 
- protected:
   // Stores a text that differs from the stored one, after marking the object dirty.
   void ReplaceText(tavString& stored, const tavString& text) {
     const tavSMutex lock(&this->m_lock);

@@ -11,11 +11,11 @@ namespace tavon {
 // One rule of a driver/driven link; owns copies of both operands.
 class LinkWithParameterData {
  public:
-  // Without memory for a copy code 5 is reported and IsComplete() is false.
+  // Without memory for a copy code 5 is reported, and GetError() is what the log returned.
   LinkWithParameterData(tavECodeOperator op, const unsigned char* driverData, unsigned int driverSize,
                         const unsigned char* drivenData, unsigned int drivenSize);
 
-  bool IsComplete() const { return m_driverData && m_drivenData; }
+  tavEError GetError() const { return m_error; }
 
   // True when the rule holds for the current value of `driver`.
   bool Holds(const tavIParameter& driver) const {
@@ -26,10 +26,16 @@ class LinkWithParameterData {
   void Apply(tavIParameter& target) const { target.SetData(m_drivenData.get(), m_drivenSize, 1); }
 
  private:
+  using Operand = std::unique_ptr<unsigned char[]>;
+
+  Operand Copy(const unsigned char* data, unsigned int size, const char* message, int line,
+               const char* function = __builtin_FUNCTION());
+
+  tavEError m_error = tavError_NoError;
   tavECodeOperator m_operator;
-  std::unique_ptr<unsigned char[]> m_driverData;  // with a zero behind it, for comparisons that look for one
+  Operand m_driverData;  // with a zero behind it, for comparisons that look for one
   unsigned int m_driverSize;
-  std::unique_ptr<unsigned char[]> m_drivenData;
+  Operand m_drivenData;
   unsigned int m_drivenSize;
 };
 

@@ -61,7 +61,10 @@ tavWString tavObject::CopyOf(const Text& text) const {
   return text ? tavWString(text.get()) : tavWString();
 }
 
-bool tavObject::IsDirty() const { return HasFlags(kDirty); }
+bool tavObject::IsDirty() const {
+  const tavSMutex lock(&m_lock);
+  return (m_flags & kDirty) != 0;
+}
 
 void tavObject::IsDirty(bool dirty) {
   tavSMutex lock(&m_lock);
@@ -109,9 +112,9 @@ tavString tavObject::SerializeAsXml() const {
   xml.append("<").append(typeName);
   xml.append(" uid=\"").append(tavString::FromULong(m_uniqueId));
   xml.append("\" type=\"").append(tavString::FromULong(static_cast<std::uint32_t>(GetType())));
-  xml.append("\" name=\"").append(tavString::AsUTF8(GetName()));
-  xml.append("\" pref=\"").append(tavString::AsUTF8(GetPrefix()));
-  xml.append("\" suff=\"").append(tavString::AsUTF8(GetSuffix()));
+  xml.append("\" name=\"").append(tavString::AsUTF8(CopyOf(m_name)));
+  xml.append("\" pref=\"").append(tavString::AsUTF8(CopyOf(m_prefix)));
+  xml.append("\" suff=\"").append(tavString::AsUTF8(CopyOf(m_suffix)));
   xml.append("\"><parameters>").append(SerializeParametersAsXml()).append("</parameters>");
   xml.append("</").append(typeName).append(">");
   return xml;
@@ -119,7 +122,7 @@ tavString tavObject::SerializeAsXml() const {
 
 tavString tavObject::ToString() const {
   const tavSMutex lock(&m_lock);
-  tavString text = tavString::AsUTF8(GetPrefix() + GetName() + GetSuffix());
+  tavString text = tavString::AsUTF8(CopyOf(m_prefix) + CopyOf(m_name) + CopyOf(m_suffix));
   text.append(".").append(GetTypeName());
   return text;
 }

@@ -1,24 +1,10 @@
 // Making parameter objects, apart from the rest of the factory: a program that only converts values links no
 // objects and no threads.
 #include <algorithm>
-#include <array>
 #include <new>
 
-#include "tav_parameteralert.h"
-#include "tav_parameterbyte.h"
-#include "tav_parametercamera.h"
-#include "tav_parametercolor.h"
 #include "tav_parameterfactory.h"
-#include "tav_parameterhdscene.h"
-#include "tav_parameterinfo.h"
-#include "tav_parametershutter.h"
-#include "tav_parameterslider.h"
-#include "tav_parameterswitch.h"
-#include "tav_parameterswitchrelease.h"
-#include "tav_parameterthermo.h"
-#include "tav_parameterthermochronoweek.h"
-#include "tav_parametertuner.h"
-#include "tav_parametervrscene.h"
+#include "tav_parametertypes.h"
 
 namespace tavon {
 namespace {
@@ -30,20 +16,9 @@ struct Creator {
   tavIParameter* (*create)();
 };
 
-template <class Parameter>
-constexpr Creator Row() {
-  return {Parameter::TypeId, [] { return static_cast<tavIParameter*>(new Parameter); }};
-}
-
-constexpr std::array kCreators = {
-    Row<tavParameterSwitch>(),  Row<tavParameterSwitchRelease>(),
-    Row<tavParameterSlider>(),  Row<tavParameterColor>(),
-    Row<tavParameterInfo>(),    Row<tavParameterShutter>(),
-    Row<tavParameterThermo>(),  Row<tavParameterThermoChronoWeek>(),
-    Row<tavParameterHDScene>(), Row<tavParameterVRScene>(),
-    Row<tavParameterAlert>(),   Row<tavParameterByte>(),
-    Row<tavParameterTuner>(),   Row<tavParameterCamera>(),
-};
+constexpr std::array kCreators = tavParameterTypes::Table([]<class Parameter>() {
+  return Creator{Parameter::TypeId, [] { return static_cast<tavIParameter*>(new Parameter); }};
+});
 
 }  // namespace
 

@@ -1,53 +1,25 @@
 #include "tav_parameterfactory.h"
 
 #include <algorithm>
-#include <array>
 
-#include "tav_parameteralert.h"
-#include "tav_parameterbyte.h"
-#include "tav_parametercamera.h"
-#include "tav_parametercolor.h"
-#include "tav_parameterhdscene.h"
-#include "tav_parameterinfo.h"
-#include "tav_parametershutter.h"
-#include "tav_parameterslider.h"
-#include "tav_parameterswitch.h"
-#include "tav_parameterswitchrelease.h"
-#include "tav_parameterthermo.h"
-#include "tav_parameterthermochronoweek.h"
-#include "tav_parametertuner.h"
-#include "tav_parametervrscene.h"
+#include "tav_parametertypes.h"
 
 namespace tavon {
 namespace {
 
 constexpr tavReporter kReport{"tav_parameterfactory"};
 
-// The size of a value that is the text itself.
-constexpr std::size_t kTextLength = 0;
-
 struct ParameterType {
   tavEObject id;
   const char* name;
-  std::size_t size;  // of the value in bytes, or kTextLength
+  std::size_t size;  // of the value in bytes; 0 for a value that is the text itself
   tavEError (*encode)(const tavString& text, unsigned char* o_pBuffer);
 };
 
-template <class Parameter>
-constexpr ParameterType Row(std::size_t size) {
-  return {Parameter::TypeId, Parameter::TypeName, size, Parameter::GetBinaryDataFromString};
-}
-
-// In the order of the ids, which have no gaps.
-constexpr std::array kTypes = {
-    Row<tavParameterSwitch>(1),         Row<tavParameterSwitchRelease>(1),
-    Row<tavParameterSlider>(4),         Row<tavParameterColor>(4),
-    Row<tavParameterInfo>(kTextLength), Row<tavParameterShutter>(1),
-    Row<tavParameterThermo>(4),         Row<tavParameterThermoChronoWeek>(673),
-    Row<tavParameterHDScene>(1),        Row<tavParameterVRScene>(1),
-    Row<tavParameterAlert>(1),          Row<tavParameterByte>(1),
-    Row<tavParameterTuner>(4),          Row<tavParameterCamera>(kTextLength),
-};
+constexpr std::array kTypes = tavParameterTypes::Table([]<class Parameter>() {
+  return ParameterType{Parameter::TypeId, Parameter::TypeName, Parameter::ValueSize,
+                       Parameter::GetBinaryDataFromString};
+});
 
 // The row of a type, or null.
 const ParameterType* FindType(tavEObject id) {
@@ -78,7 +50,7 @@ tavEError tavParameterFactory::StringToData(tavEObject id, const tavString& strD
   const ParameterType* type = FindType(id);
   if (type == nullptr) return kReport(tavError_OperationFailed, "Parameter id not found", 173);
 
-  if (type->size == kTextLength) {
+  if (type->size == 0) {
     io_data->assign(strData.begin(), strData.end());
   } else {
     io_data->resize(type->size);

@@ -18,7 +18,7 @@ void WritePosition(const tavString& text, unsigned char* target) {
 
 }  // namespace
 
-void tavParameterSlider::SetValue(float value) { tavFloatParameter::SetValue(Limit(value)); }
+void tavParameterSlider::SetValue(float value) { SetFloat(Limit(value)); }
 
 tavEError tavParameterSlider::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
   return EncodeValue(text, o_pBuffer, Report, 18, WritePosition);

@@ -12,10 +12,10 @@ namespace {
 
 constexpr tavReporter kReport{"tav_string"};
 
-// Memory for `length` bytes and a terminating zero; false when there is none.
-bool Reserve(tavString& text, std::size_t length) {
+// Whether there is memory for a text of `length` bytes and a terminating zero.
+bool HasMemoryFor(std::size_t length) {
   try {
-    text.reserve(length);
+    tavString().reserve(length);
     return true;
   } catch (const std::exception&) {  // no memory, or longer than any text
     return false;
@@ -70,13 +70,11 @@ std::wstring tavString::FromUTF8(const char* text) { return VUtility::UTF8ToWide
 std::wstring tavString::FromUTF8(const tavString& text) { return FromUTF8(text.c_str()); }
 
 tavString tavString::FromWide(const wchar_t* text, unsigned int length) {
-  tavString narrow;
-  if (!Reserve(narrow, length != 0 || text == nullptr ? length : std::wcslen(text))) {
+  if (!HasMemoryFor(length != 0 || text == nullptr ? length : std::wcslen(text))) {
     kReport(tavError_OutOfMemory, "pBuffer == 0", 391);
     return {};
   }
-  narrow.append(VUtility::WideCharToString(text));
-  return narrow;
+  return VUtility::WideCharToString(text);
 }
 
 void tavString::AsWide(const tavString& text, wchar_t* io_buffer, unsigned int capacity) {

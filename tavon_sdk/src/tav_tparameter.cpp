@@ -8,29 +8,29 @@ namespace {
 
 constexpr tavReporter kReport{"tav_tparameter"};
 
-// A copy with a zero behind it, or null after a report.
-std::unique_ptr<unsigned char[]> CopyOperand(const unsigned char* data, unsigned int size,
-                                             const char* message, int line,
-                                             const char* function = __builtin_FUNCTION()) {
-  std::unique_ptr<unsigned char[]> copy(new (std::nothrow) unsigned char[std::size_t{size} + 1]);
-  if (!copy) {
-    kReport(tavError_OutOfMemory, message, line, function);
-    return nullptr;
-  }
-  *std::copy_n(data, size, copy.get()) = 0;
-  return copy;
-}
-
 }  // namespace
 
 LinkWithParameterData::LinkWithParameterData(tavECodeOperator op, const unsigned char* driverData,
                                              unsigned int driverSize, const unsigned char* drivenData,
                                              unsigned int drivenSize)
     : m_operator(op),
-      m_driverData(CopyOperand(driverData, driverSize, "m_pDriverData == 0", 72)),
+      m_driverData(Copy(driverData, driverSize, "m_pDriverData == 0", 72)),
       m_driverSize(driverSize),
-      m_drivenData(CopyOperand(drivenData, drivenSize, "m_pDrivenData == 0", 80)),
+      m_drivenData(Copy(drivenData, drivenSize, "m_pDrivenData == 0", 80)),
       m_drivenSize(drivenSize) {}
+
+// A copy with a zero behind it, or null after a report.
+LinkWithParameterData::Operand LinkWithParameterData::Copy(const unsigned char* data, unsigned int size,
+                                                           const char* message, int line,
+                                                           const char* function) {
+  Operand copy(new (std::nothrow) unsigned char[std::size_t{size} + 1]);
+  if (copy) {
+    *std::copy_n(data, size, copy.get()) = 0;
+  } else {
+    m_error = kReport(tavError_OutOfMemory, message, line, function);
+  }
+  return copy;
+}
 
 template <unsigned int N>
 void tavTParameter<N>::OnDirty() {
@@ -124,10 +124,15 @@ unsigned int tavTParameter<N>::AddDrivenMapItem(tavECodeOperator op, const unsig
   if (dataDriven == nullptr || sizeDriven == 0) {
     return kReport(tavError_InvalidArgument, "dataDriven == 0 || sizeDriven == 0", 224);
   }
-  LinkWithParameterData link(op, dataDriver, sizeDriver, dataDriven, sizeDriven);
-  if (!link.IsComplete()) return tavError_OutOfMemory;
+  std::list<LinkWithParameterData> rule;
+  try {
+    rule.emplace_back(op, dataDriver, sizeDriver, dataDriven, sizeDriven);
+  } catch (const std::bad_alloc&) {
+    return kReport(tavError_OutOfMemory, "m_pDrivenMap == 0");
+  }
+  if (rule.front().GetError() != tavError_NoError) return rule.front().GetError();
   const tavSMutex lock(&m_lock);
-  m_drivenMap.push_back(std::move(link));
+  m_drivenMap.splice(m_drivenMap.end(), rule);
   return tavError_NoError;
 }
 

@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "model_test.h"
+#include "src/tav_parametertypes.h"
 
 using Factory = tavParameterFactory;
 
@@ -49,7 +50,7 @@ struct ParameterTypes : testing::TestWithParam<int> {
   const bool isCamera = id == tavObject_ParameterCamera, isText = isCamera || id == tavObject_ParameterInfo;
   const std::unique_ptr<Prm> parameter{Factory::CreateByType(id)};
 };
-INSTANTIATE_TEST_SUITE_P(All, ParameterTypes, testing::Range(0, 14));
+INSTANTIATE_TEST_SUITE_P(All, ParameterTypes, testing::Range(0, static_cast<int>(tavParameterTypes::Count)));
 
 TEST_P(ParameterTypes, AreOfOneTypeAndSetFromTextByNoOther) {
   EXPECT_TRUE(parameter->IsObject(id) && parameter->GetTypeName() == type.name && parameter->IsValid());
