@@ -4,8 +4,8 @@
 
 #include "tav_error.h"
 
-// Without memory there is no building a full record; its first lines still say what happened. The exit
-// status.
+// Prints the first lines of the record, which say what happened: a whole one cannot be built without memory.
+// Returns the exit status.
 inline int PrintOutOfMemory() {
   std::fputs("tavError Number : 5\nOut of memory.\n", stdout);
   return tavon::tavError_OutOfMemory;
