@@ -50,8 +50,8 @@ constexpr const char* kHelp =
   std::exit(EXIT_SUCCESS);  // NOLINT(concurrency-mt-unsafe): the program has one thread
 }
 
-// The value of an option, or the text that stands for it when the option is absent. An option that is present
-// with nothing behind it has an empty value.
+// The value of an option, or `absent` when the option is not given. An option with nothing after it has an
+// empty value.
 tavString ValueOr(const tavon::tavCommandLine& arguments, const char* option, const char* absent) {
   tavString value;
   return arguments.GetArgument(option, &value) ? value : tavString(absent);
@@ -63,7 +63,7 @@ bool IsCurrentYear(std::uint32_t wanted) {
   return wanted == static_cast<std::uint32_t>(year);
 }
 
-// The type with a name. "ParameterRGB" is an alias that this program knows and the SDK does not.
+// "ParameterRGB" is an alias that only this program knows, not the SDK.
 tavon::tavEObject TypeIdOf(const tavString& name) {
   return name.IsEqualNoCase("ParameterRGB") ? tavon::tavObject_ParameterColor
                                             : tavon::tavParameterFactory::TypeNameToId(name);
@@ -139,9 +139,10 @@ unsigned int Application::Init(int argc, char** argv) {
     return kReport(tavon::tavError_InvalidArgument, "-id must be specified.", 113);
   }
   Id = tavString::AsULong(value, 10);
-  if (!arguments.GetArgument("-val", &Value)) {
+  if (!arguments.GetArgument("-val", &value)) {
     return kReport(tavon::tavError_InvalidArgument, "-val must be specified.", 117);
   }
+  Value = value;
   if (!arguments.GetArgument("-type", &Type)) {
     return kReport(tavon::tavError_InvalidArgument, "-type must be specified.", 121);
   }
@@ -175,7 +176,8 @@ unsigned int Application::Execute() {
   try {
     socket.Close();
   } catch (const std::bad_alloc&) {
-    // No memory to report a failed close. The event is on its way all the same, and the status says so.
+    // There is no memory to report that closing failed. The event was sent all the same, and the status says
+    // so.
   }
   return tavon::tavError_NoError;
 }

@@ -8,7 +8,7 @@
 // The event dispatcher: one run sets one parameter of the server on this machine.
 //
 // Init reads the options, Execute sends the event as one datagram. Both report failures to the SDK's error
-// log and return the logged code, which becomes the exit status. One thread uses the object.
+// log and return the logged code, which becomes the exit status. The object belongs to one thread.
 class Application : public tavon::tavApplication {
  public:
   tavon::tavString GetName() const override;
@@ -17,23 +17,23 @@ class Application : public tavon::tavApplication {
   // Name, version, build date and origin of the program, a line each.
   tavon::tavString GetInfo() const override;
 
-  // Reads the options. Prints and ends the process with status 0 for -h, -version and -fversion. Code 6 when
-  // a required option is missing, code 1 when the year given with -y is not the current one.
+  // Reads the options. For -h, -version and -fversion it prints and ends the process with status 0. Code 6
+  // when a required option is missing, code 1 when the year given with -y is not the current one.
   unsigned int Init(int argc, char** argv) override;
 
   // Converts the value and sends the event: the parameter id (32 bits, little-endian), one length byte, and
   // that many bytes of the value. The length is the value's size modulo 256, so a value of 256 bytes or more
-  // is cut to what is left over (673 to 161); the server expects it so.
+  // is cut to the remainder (673 bytes to 161). This is on purpose: the server expects it.
   //
-  // Code 6 for an empty value, code 1 when the type is unknown or the datagram was not sent whole. Nobody
-  // listening is no failure: an event is not answered.
+  // Code 6 for an empty value, code 1 when the type is unknown or the datagram was not sent whole. The server
+  // does not answer an event, so it is no failure when nobody listens.
   unsigned int Execute() override;
 
   unsigned int Term() override { return tavon::tavError_NoError; }
 
  protected:
-  // The sender and the server's address are accepted and kept, but events always go to the event port of the
-  // loopback host and carry no sender.
+  // Sender and server are accepted and kept, but not used, on purpose: events always go to the event port of
+  // the loopback host and carry no sender.
   tavon::tavString User;
   tavon::tavString Password;
   tavon::tavString Address;

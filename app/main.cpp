@@ -5,8 +5,8 @@
 #include "out_of_memory.h"
 
 int main(int argc, char** argv) {
-  // A record that cannot be written, to a pipe that nobody reads or a file at its size limit, must not end
-  // the program: the exit status still tells.
+  // Writing a record to a pipe that nobody reads, or to a file at its size limit, must not end the program:
+  // the exit status still tells what happened.
   std::signal(SIGPIPE, SIG_IGN);
   std::signal(SIGXFSZ, SIG_IGN);
   try {
