@@ -45,7 +45,7 @@ install(FILES "${CMAKE_CURRENT_BINARY_DIR}/ura.pc" DESTINATION "${CMAKE_INSTALL_
 
 # What somebody reads who starts with the SDK.
 set(sdk_documents "${CMAKE_INSTALL_DATADIR}/doc/ura-sdk-dev")
-install(FILES docs/architecture.md DESTINATION "${sdk_documents}" COMPONENT sdk)
+install(FILES docs/sdk.md docs/architecture.md docs/performance.md docs/reliability.md DESTINATION "${sdk_documents}" COMPONENT sdk)
 foreach(example house scene new_parameter)
   install(DIRECTORY examples/${example} DESTINATION "${sdk_documents}/examples" COMPONENT sdk)
 endforeach()
