@@ -49,3 +49,6 @@ install(FILES docs/sdk.md docs/architecture.md docs/performance.md docs/reliabil
 foreach(example house scene new_parameter)
   install(DIRECTORY examples/${example} DESTINATION "${sdk_documents}/examples" COMPONENT sdk)
 endforeach()
+
+set(reference "${CMAKE_CURRENT_SOURCE_DIR}/build/docs/html")
+install(DIRECTORY "${reference}" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/ura-sdk-doc" COMPONENT doc OPTIONAL)

@@ -9,10 +9,11 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   set(tree "${CPACK_TEMPORARY_DIRECTORY}/${component}${CPACK_PACKAGING_INSTALL_PREFIX}")
   set(package "${CPACK_DEBIAN_${component_upper}_PACKAGE_NAME}")
   set(documents "${tree}/share/doc/${package}")
-  file(INSTALL "${CPACK_URA_SOURCE_FOLDER}/packaging/copyright" "${CPACK_URA_SOURCE_FOLDER}/packaging/changelog"
-       DESTINATION "${documents}")
-  file(INSTALL "${CPACK_URA_SOURCE_FOLDER}/packaging/lintian-overrides"
-       DESTINATION "${tree}/share/lintian/overrides" RENAME "${package}")
+  foreach(file copyright changelog)
+    configure_file("${CPACK_URA_SOURCE_FOLDER}/packaging/${file}" "${documents}/${file}" @ONLY)
+  endforeach()
+  configure_file("${CPACK_URA_SOURCE_FOLDER}/packaging/lintian-overrides"
+                 "${tree}/share/lintian/overrides/${package}" @ONLY)
   file(GLOB manual_pages "${tree}/share/man/man1/*.1")
   execute_process(COMMAND "${GZIP}" -9nf "${documents}/changelog" ${manual_pages} COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

@@ -9,10 +9,14 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME ura)
 set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package begins its description with a summary of its own
-set(CPACK_PACKAGE_CONTACT "The Ura project <ura@localhost>")
+set(CPACK_URA_ADDRESS ura@localhost)  # of whoever takes reports of faults; it stands here only
+set(CPACK_PACKAGE_CONTACT "The Ura project <${CPACK_URA_ADDRESS}>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL programs sdk)
+if(EXISTS "${reference}/index.html")  # scripts/docs has made it
+  list(APPEND CPACK_COMPONENTS_ALL doc)
+endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
@@ -36,12 +40,19 @@ set(CPACK_DEBIAN_SDK_PACKAGE_NAME ura-sdk-dev)
 # follows the section's on a line of its own.
 set(CPACK_DEBIAN_SDK_PACKAGE_SECTION "libdevel\nMulti-Arch: same")
 set(CPACK_DEBIAN_SDK_PACKAGE_DEPENDS "libc6-dev, libstdc++-12-dev | libstdc++-dev")
-set(CPACK_DEBIAN_SDK_PACKAGE_SUGGESTS "cmake, libutfcpp-dev, pkgconf")
+set(CPACK_DEBIAN_SDK_PACKAGE_SUGGESTS "cmake, libutfcpp-dev, pkgconf, ura-sdk-doc")
 set(CPACK_COMPONENT_SDK_DESCRIPTION "SDK of the Ura home-automation server
 Headers and static libraries (C++20) for programs that work with an Ura
 server: the parameter model with its types and scenes, error logs, and the
 libraries for the operating system and for threads beneath them.
 
 Programs find it with find_package(ura) in CMake or with pkg-config ura.")
+
+set(CPACK_DEBIAN_DOC_PACKAGE_NAME ura-sdk-doc)
+set(CPACK_DEBIAN_DOC_PACKAGE_SECTION doc)
+set(CPACK_DEBIAN_DOC_PACKAGE_ARCHITECTURE all)
+set(CPACK_COMPONENT_DOC_DESCRIPTION "reference of the SDK of the Ura home-automation server
+The guide to the SDK, all its classes and functions, and the examples, as HTML:
+/usr/share/doc/ura-sdk-doc/html/index.html")
 
 include(CPack)
