@@ -25,6 +25,7 @@ constinit SystemCall<ssize_t(int, const void*, std::size_t, int, const sockaddr*
 constinit SystemCall<int(pthread_attr_t*, std::size_t)> pthread_attr_setstacksize(
     "pthread_attr_setstacksize");
 constinit SystemCall<int(pthread_cond_t*, const pthread_condattr_t*)> pthread_cond_init("pthread_cond_init");
+constinit SystemCall<int(pthread_cond_t*)> pthread_cond_signal("pthread_cond_signal");
 constinit SystemCall<int(pthread_mutex_t*, const pthread_mutexattr_t*)> pthread_mutex_init(
     "pthread_mutex_init");
 
@@ -58,6 +59,9 @@ int pthread_attr_setstacksize(pthread_attr_t* attributes, std::size_t size) noex
 }
 int pthread_cond_init(pthread_cond_t* o_condition, const pthread_condattr_t* attributes) noexcept {
   return system_calls::pthread_cond_init(o_condition, attributes);
+}
+int pthread_cond_signal(pthread_cond_t* condition) noexcept {
+  return system_calls::pthread_cond_signal(condition);
 }
 int pthread_mutex_init(pthread_mutex_t* o_mutex, const pthread_mutexattr_t* attributes) noexcept {
   return system_calls::pthread_mutex_init(o_mutex, attributes);

@@ -38,6 +38,7 @@ extern SystemCall<ssize_t(int, const void*, std::size_t, int, const sockaddr*, s
 // Threads; these return their error number
 extern SystemCall<int(pthread_attr_t*, std::size_t)> pthread_attr_setstacksize;
 extern SystemCall<int(pthread_cond_t*, const pthread_condattr_t*)> pthread_cond_init;
+extern SystemCall<int(pthread_cond_t*)> pthread_cond_signal;
 extern SystemCall<int(pthread_mutex_t*, const pthread_mutexattr_t*)> pthread_mutex_init;
 
 }  // namespace system_calls

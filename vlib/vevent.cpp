@@ -8,7 +8,6 @@
 #include <cstdint>
 #include <ctime>
 #include <new>
-#include <utility>
 
 #include "vtime.h"
 
@@ -24,7 +23,7 @@ constexpr std::uint64_t kNanosecondsPerSecond = 1000000000;
 
 constexpr unsigned long Within32Bits(unsigned long number) { return std::min(number, 0xFFFFFFFFUL); }
 
-// A second or more in microseconds is kept as a nanosecond field that is none, for the wait to refuse.
+// A second or more in microseconds becomes an invalid nanosecond field, which the wait refuses.
 timespec Instant(std::uint64_t seconds, std::uint64_t microseconds) {
   timespec instant{};
   instant.tv_sec = static_cast<std::time_t>(seconds);
@@ -36,7 +35,7 @@ timespec InstantFromNow(unsigned long seconds, unsigned long microseconds) {
   const std::uint64_t now = VTime::TimeUS();
   std::uint64_t second = now / kMicrosecondsPerSecond + Within32Bits(seconds);
   std::uint64_t microsecond = now % kMicrosecondsPerSecond + Within32Bits(microseconds);
-  // One second is all that is carried: more microseconds than that are refused by the wait, intended.
+  // Callers rely on the wait refusing what is more than one second, so only one is carried.
   if (microsecond >= kMicrosecondsPerSecond) {
     ++second;
     microsecond -= kMicrosecondsPerSecond;
@@ -56,52 +55,65 @@ constexpr unsigned long RestInMicroseconds(unsigned long milliseconds) {
 
 }  // namespace
 
-// What a wait came to, for both kinds of its result.
+// The outcome of a wait, for both kinds of result.
 struct VEvent::Outcome {
   int code;
   bool signalled;
 };
 
-// One passage from not signalled to signalled, with what the waiters for it sleep on. It never goes back: a
-// reset event gets a new gate, and whoever is still at the old one holds a reference and finds it signalled.
-class VEvent::Gate {
+// All there is to an event.
+//
+// The signals are counted, so that a waiter knows that there was one even if the event has been reset before
+// the waiter runs again.
+class VEvent::State {
  public:
-  Gate()
+  State()
       : m_mutexCreated(pthread_mutex_init(&m_mutex, nullptr) == 0),
         m_conditionCreated(m_mutexCreated && pthread_cond_init(&m_condition, nullptr) == 0) {}
-  ~Gate() {
+  ~State() {
     if (m_conditionCreated) pthread_cond_destroy(&m_condition);
     if (m_mutexCreated) pthread_mutex_destroy(&m_mutex);
   }
-  Gate(const Gate&) = delete;
-  Gate& operator=(const Gate&) = delete;
+  State(const State&) = delete;
+  State& operator=(const State&) = delete;
 
   bool IsUsable() const { return m_conditionCreated; }
-  bool IsSignalled() const { return m_signalled; }
 
   bool Signal() {
-    if (!IsUsable() || m_signalled) return false;
-    if (pthread_mutex_lock(&m_mutex) != 0) return false;
-    const bool wasSignalled = m_signalled.exchange(true);
-    // The mutex stays locked on this path, intended: until a Reset nobody gets past a broken condition.
-    if (!wasSignalled && pthread_cond_signal(&m_condition) != 0) return false;
-    return pthread_mutex_unlock(&m_mutex) == 0 && !wasSignalled;
+    if (!IsUsable() || m_signalled || pthread_mutex_lock(&m_mutex) != 0) return false;
+    const bool becameSignalled = !m_signalled.exchange(true);
+    if (becameSignalled) {
+      ++m_signals;
+      m_closed = pthread_cond_signal(&m_condition) != 0;
+    }
+    const bool done = becameSignalled && !m_closed;
+    return pthread_mutex_unlock(&m_mutex) == 0 && done;
   }
 
-  // For a signalled gate, which nobody starts to wait at any more: so this needs no lock and misses nobody.
-  void WakeAll() { pthread_cond_broadcast(&m_condition); }
+  void Reset() {
+    if (!IsUsable() || !m_signalled || pthread_mutex_lock(&m_mutex) != 0) return;
+    if (m_signalled.exchange(false)) {
+      m_closed = false;
+      pthread_cond_broadcast(&m_condition);
+    }
+    pthread_mutex_unlock(&m_mutex);
+  }
 
   // Waits without limit when `deadline` is null.
   Outcome Wait(const timespec* deadline) {
     if (!IsUsable() || pthread_mutex_lock(&m_mutex) != 0) return {kFailure, false};
+    const bool wasSignalled = m_signalled;
+    const std::uint32_t before = m_signals;
     int error = 0;
-    // Once, not until signalled: any wake-up counts as the signal, intended.
-    if (!m_signalled) {
+    // Once, not until signalled: callers rely on any wake-up counting as the signal.
+    if (!wasSignalled) {
       error = deadline == nullptr ? pthread_cond_wait(&m_condition, &m_mutex)
                                   : pthread_cond_timedwait(&m_condition, &m_mutex, deadline);
     }
+    const bool signalled = error == 0 || m_signals != before;
+    while (m_closed) pthread_cond_wait(&m_condition, &m_mutex);
     pthread_mutex_unlock(&m_mutex);
-    return {CodeOf(error), error == 0 || m_signalled};
+    return {CodeOf(error), signalled};
   }
 
  private:
@@ -122,50 +134,43 @@ class VEvent::Gate {
   pthread_cond_t m_condition{};
   const bool m_mutexCreated;
   const bool m_conditionCreated;
-  std::atomic<bool> m_signalled{false};  // set under the mutex, read anywhere
+
+  // Written under the mutex.
+  std::atomic<bool> m_signalled{false};  // read anywhere
+  std::uint32_t m_signals = 0;
+  // Set when a signal could not wake anybody: the event then holds back every waiter until it is reset,
+  // whatever time the waiter gave, as if the signalling thread had kept the mutex.
+  bool m_closed = false;
 };
 
-VEvent::VEvent() : m_gate(MakeGate()) {}
+VEvent::VEvent() : m_state(MakeState()) {}
 
 VEvent::~VEvent() = default;
 
-// Null when there is no memory for it: the event is then as unusable as one without its mutex.
-std::shared_ptr<VEvent::Gate> VEvent::MakeGate() {
+std::shared_ptr<VEvent::State> VEvent::MakeState() {
   try {
-    return std::make_shared<Gate>();
+    return std::make_shared<State>();
   } catch (const std::bad_alloc&) {
     return nullptr;
   }
 }
 
-std::shared_ptr<VEvent::Gate> VEvent::CurrentGate() const {
-  const std::lock_guard lock(m_lock);
-  return m_gate;
-}
-
-bool VEvent::EventInited() const {
-  const std::shared_ptr<Gate> gate = CurrentGate();
-  return gate != nullptr && gate->IsUsable();
-}
+bool VEvent::EventInited() const { return m_state != nullptr && m_state->IsUsable(); }
 
 bool VEvent::Signal() {
-  const std::shared_ptr<Gate> gate = CurrentGate();
-  return gate != nullptr && gate->Signal();
+  // A waiter that it wakes may destroy the event while this is still under way.
+  const std::shared_ptr<State> state = m_state;
+  return state != nullptr && state->Signal();
 }
 
 void VEvent::Reset() {
-  std::shared_ptr<Gate> retired;
-  {
-    const std::lock_guard lock(m_lock);
-    if (m_gate == nullptr || !m_gate->IsSignalled()) return;
-    retired = std::exchange(m_gate, MakeGate());
-  }
-  retired->WakeAll();
+  const std::shared_ptr<State> state = m_state;
+  if (state != nullptr) state->Reset();
 }
 
 VEvent::Outcome VEvent::WaitOnce(const timespec* deadline) const {
-  const std::shared_ptr<Gate> gate = CurrentGate();
-  return gate != nullptr ? gate->Wait(deadline) : Outcome{kFailure, false};
+  const std::shared_ptr<State> state = m_state;
+  return state != nullptr ? state->Wait(deadline) : Outcome{kFailure, false};
 }
 
 bool VEvent::Wait() { return WaitOnce(nullptr).signalled; }

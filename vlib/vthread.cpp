@@ -19,11 +19,11 @@ constexpr int kNoWork = -2;
 
 }  // namespace
 
-// All there is to know of a thread, owned by the object and by the running thread together. The object may be
-// gone as soon as a handle of 0 can be read here, so what the thread still does at its end, it does here.
+// All there is to a thread, owned by the object and by the running thread together. The object may be gone as
+// soon as others can read a handle of 0, so the thread's last steps are made here.
 //
-// Members are guarded by the mutex, except events, atomics and what only a new thread reads. It is held while
-// a thread is made, so that none can end before its handle is known.
+// The mutex guards all members except events, atomics and what only a new thread reads. It is held while a
+// thread is made, so that no thread can end before its handle is stored.
 class VThread::State : public std::enable_shared_from_this<State> {
  public:
   explicit State(VThread* object) : m_object(object) {}
@@ -38,11 +38,11 @@ class VThread::State : public std::enable_shared_from_this<State> {
   std::atomic<pthread_t> handle{0};
   std::atomic<unsigned long> threadId{0};
 
-  // Start2, under the lock.
+  // Start2, to be called with the lock held.
   int Start(std::unique_lock<std::mutex>& lock, unsigned long stackSize);
 
-  // Stop of a thread that is there, under the lock, which is given up while it waits. False when the caller
-  // cannot wait for that thread's end.
+  // Stops the existing thread; to be called with the lock held, which is released during the wait. False when
+  // the caller cannot wait for that thread's end.
   bool Stop(std::unique_lock<std::mutex>& lock);
 
   // The life of a new thread.
@@ -70,18 +70,19 @@ int VThread::State::Start(std::unique_lock<std::mutex>& lock, unsigned long stac
     if (work == nullptr) return kNoWork;
     if (handle == 0) return MakeThread(stackSize);
     if (!Stop(lock)) return EDEADLK;
-    // Others may have started it while the lock was given up: look again.
+    // Another caller may have started it while the lock was released: look again.
   }
 }
 
 int VThread::State::MakeThread(unsigned long stackSize) {
+  if (!resumeEvent.EventInited() || !stopEvent.EventInited()) return ENOMEM;
   pthread_attr_t attributes;
   if (stackSize != 0) {
-    // Never destroyed, intended: attributes that only have a stack size own nothing.
+    // Never destroyed: attributes that hold only a stack size own nothing.
     if (const int error = pthread_attr_init(&attributes); error != 0) return error;
     if (const int error = pthread_attr_setstacksize(&attributes, stackSize); error != 0) return error;
   }
-  resumeEvent.Reset();  // from the last held thread that was let go
+  resumeEvent.Reset();  // it still lets through since the last held thread was released
   m_held = createSuspended;
   m_shareOfNewThread = shared_from_this();
   pthread_t thread{};
@@ -123,7 +124,7 @@ void VThread::State::Run() {
   if (End()) delete m_object;
 }
 
-// True when the object is the thread's to destroy. Otherwise it may be gone when this returns.
+// True when the thread must destroy the object. Otherwise the object may be gone when this returns.
 bool VThread::State::End() {
   const std::lock_guard lock(mutex);
   stopEvent.Reset();
@@ -136,7 +137,7 @@ bool VThread::State::End() {
   return autoRelease;
 }
 
-// NOLINTNEXTLINE(concurrency-mt-unsafe): unsafe only where it is made of SIGALRM, which it is not on Linux
+// NOLINTNEXTLINE(concurrency-mt-unsafe): unsafe only where it is implemented with SIGALRM, not so on Linux
 void VThread::SleepS(unsigned long seconds) { sleep(static_cast<unsigned int>(seconds)); }
 
 void VThread::SleepM(unsigned long milliseconds) { usleep(static_cast<std::uint32_t>(milliseconds) * 1000U); }
@@ -169,8 +170,8 @@ void VThread::SetWork(Work work, void* argument) {
 
 bool VThread::Start(unsigned long stackSize) { return Start2(stackSize) == 0; }
 
-// Here and below the state is kept by a share of its own: an auto-release object may go the moment its lock
-// is given up.
+// Here and below a share of its own keeps the state alive: an auto-release object may be destroyed the moment
+// its lock is released.
 int VThread::Start2(unsigned long stackSize) {
   const std::shared_ptr<State> state = m_state;
   std::unique_lock lock(state->mutex);

@@ -4,77 +4,83 @@
 
 // Runs one work function on a thread of its own, and lets that function wait for the request to stop.
 //
-// The work function gets this object and its argument. It is to call WaitContinue (or a sibling) in a loop
-// with its period, and to return as soon as that reports a stop, or whenever it is done. It must not throw,
-// and must not destroy the object. Once it has returned the object is idle again and may be started anew.
+// The work function gets this object and its argument. It should call WaitContinue (or a sibling) in a loop
+// with its period, and return as soon as that reports a stop, or whenever it is done. It must not throw or
+// destroy the object. Once it has returned the object is idle again and may be started anew.
 //
-// Any thread may call any operation, several at the same time too. The object may be destroyed when
-// Running() is false, and at any time by Stop and destructor, except from its own work function: the
-// destructor stops the thread and waits for its end. An auto-release object is another matter: it is made
-// with `new` and destroys itself when its work function returns. Until the start that lets its work begin, or
-// when that start fails, it belongs to its maker, who after that may touch it only while the work cannot end
-// by itself.
+// Any thread may call any operation, and several may do so at the same time. The object may be destroyed
+// while Running() is false; destroying it earlier stops the thread and waits for its end, which its own work
+// function must not do. An auto-release object is different: it is made with `new` and destroys itself when
+// its work function returns. It belongs to its maker until the start that lets its work begin, and when that
+// start fails; afterwards the maker may touch it only while the work cannot end by itself.
 //
-// A thread may be started suspended: it exists, and is held before its work until the next Start. A Stop, and
-// so the destructor, waits for a held thread like for any other, until another thread's Start lets it go. For
-// that of an auto-release object nobody waits: it must be let go, or it is held for ever.
+// A thread may be started suspended: it exists, but is held before its work until the next Start. Stop, and
+// so the destructor, waits for a held thread as for any other, until another thread's Start lets it go.
+// Nobody waits for the held thread of an auto-release object: unless it is let go, it stays forever.
 //
-// A thread that ends on its own is joined by nobody and gives back all it had by itself. A stop is for the
-// run that it meets: one that comes as the thread ends never stops the next run.
+// A thread that ends by itself need not be joined and frees all its resources. Stop() affects the current run
+// only: one that comes just as the thread ends never stops the next run.
 //
-// Nothing here logs: the results tell.
+// An object with a thread belongs to the process that made it. In the child of a fork the thread is gone,
+// though the object says otherwise: stopping or destroying it there waits forever. Such a child must exec or
+// _exit.
+//
+// Errors are reported by return value only.
 class VThread {
  public:
   using Work = void (*)(VThread* thread, void* argument);
 
-  // Pauses the calling thread for seconds, milliseconds, microseconds, of which the low 32 bits count. A
-  // signal ends the pause. The milliseconds wrap at 4294968 (72 minutes) to a short pause: intended.
+  // Pause the calling thread for seconds, milliseconds or microseconds, of which the low 32 bits count. A
+  // signal ends the pause. From 4294968 milliseconds (72 minutes) on the pause wraps to a short one: the
+  // microseconds that it is made of have 32 bits as well.
   static void SleepS(unsigned long seconds);
   static void SleepM(unsigned long milliseconds);
   static void SleepU(unsigned long microseconds);
 
-  // The calling thread, as GetThreadID and GetThreadHandle name it. The two are the same.
+  // The calling thread, as GetThreadID and GetThreadHandle name it. Both return the same.
   static unsigned long GetCurrentThreadID();
   static unsigned long GetCurrentThreadHandle();
   static bool EqualThread(unsigned long left, unsigned long right) { return left == right; }
 
   VThread();
-  // With `suspended` the thread is made at once, and held; Running() tells whether it could be.
+  // With `suspended` the thread is made at once, and held; Running() is false if it could not be.
   VThread(Work work, void* argument, bool suspended);
   ~VThread();
   VThread(const VThread&) = delete;
   VThread& operator=(const VThread&) = delete;
 
-  // What the next run does, and a held one too.
+  // Sets what the next run does, or the current one if it is still held.
   void SetWork(Work work, void* argument);
 
-  // Lets a held thread begin its work. Otherwise makes a thread, with a stack of that many bytes (0: that of
-  // the system), after a running one has been stopped. True on success. Fails without a work function, when
-  // the system makes no thread, and when the running thread cannot be waited for: a work function that
-  // restarts itself only stops.
+  // Lets a held thread begin its work. Otherwise stops a running thread and makes a new one, with a stack of
+  // that many bytes (0: the system's default). True on success. Fails without a work function, when the
+  // system has no resources, and when the running thread cannot be waited for: a work function that restarts
+  // itself only stops.
   bool Start(unsigned long stackSize);
-  // The same; 0 on success, -2 without a work function, otherwise the error number of the system: EINVAL (22)
-  // for a stack too small, EAGAIN (11) for too many threads or no memory, EDEADLK (35) when the running
-  // thread cannot be waited for: from its own work, or that of an auto-release object.
+  // The same; 0 on success, -2 without a work function, otherwise an error number of the system: EINVAL (22)
+  // for a stack that is too small, EAGAIN (11) for too many threads or no memory, ENOMEM (12) when the object
+  // was made without the resources for its stop event, so that its thread could not be stopped, EDEADLK (35)
+  // when the running thread cannot be waited for, from its own work or because the object releases itself.
   int Start2(unsigned long stackSize);
 
-  // Makes a thread that is held (true) or not (false); true on success. The next Start makes a held one as
-  // well if this one failed. Changes nothing and is true when there is a thread already.
+  // Makes a thread that is held (true) or not (false); true on success. If a held one cannot be made, the
+  // next Start makes a held one, too. Changes nothing and returns true when there is a thread already.
   bool CreateSuspended(bool suspended);
 
   // Makes the object destroy itself at the end of its work. Ignored when there is a thread already.
   void SetAutoRelease(bool on);
 
-  // Asks the work to end and waits for that. Only asks when it is called by the work function itself, or for
-  // an auto-release object. Does nothing when there is no thread.
+  // Asks the work to end and waits until it has. Only asks when called by the work function itself, or for an
+  // auto-release object. Does nothing when there is no thread.
   void Stop();
 
-  // Sends the thread the interrupt signal (2), whose default is to end the program. The error number of the
-  // system, 0 also when there is no thread.
+  // Sends the thread the interrupt signal (2), which ends the program unless it handles it. 0, also when
+  // there is no thread, or the error number of the system.
   int Kill();
 
-  // For the work function: waits that a stop request ends at once. True, or the code 110 in place of 0, when
-  // there was none and the work is to go on. The arguments, and all codes, are those of the waits of VEvent.
+  // For the work function: wait for the given time, or until a stop is requested. True, or the code 110, when
+  // no stop was requested and the work should go on; false, or 0, when one was. Arguments and further codes
+  // are those of the waits of VEvent.
   bool WaitContinue(unsigned long milliseconds);
   bool WaitContinue(unsigned long seconds, unsigned long microseconds);
   int WaitContinueRet(unsigned long milliseconds);
@@ -86,7 +92,8 @@ class VThread {
 
   // True while there is a thread, held or working.
   bool Running() const;
-  // 0 when there is no thread. The id is known a moment later than the handle: the thread itself sets it.
+  // 0 when there is no thread. The thread itself sets its id, so that it is known a moment later than the
+  // handle.
   unsigned long GetThreadHandle() const;
   unsigned long GetThreadID() const;
 
