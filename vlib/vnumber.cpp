@@ -1,6 +1,7 @@
 #include "vnumber.h"
 
 #include <algorithm>
+#include <clocale>
 #include <cstdio>
 #include <cstdlib>
 #include <limits>
@@ -13,6 +14,24 @@ bool IsWholeInt32(double value) {
   constexpr double highest = std::numeric_limits<std::int32_t>::max();
   return value >= lowest && value <= highest && value == static_cast<std::int32_t>(value);
 }
+
+// The C library has this locale built in: asking for it loads and allocates nothing.
+locale_t CLocale() {
+  static const locale_t locale = newlocale(LC_ALL_MASK, "C", nullptr);
+  return locale;
+}
+
+// Gives the calling thread the "C" locale for as long as the object lives.
+class InCLocale {
+ public:
+  InCLocale() : m_before(uselocale(CLocale())) {}
+  ~InCLocale() { uselocale(m_before); }
+  InCLocale(const InCLocale&) = delete;
+  InCLocale& operator=(const InCLocale&) = delete;
+
+ private:
+  const locale_t m_before;
+};
 
 }  // namespace
 
@@ -30,6 +49,8 @@ std::int32_t ReadSigned32(const char* text, int base) {
       std::clamp<long long>(std::strtoll(text, nullptr, base), Limits::min(), Limits::max()));
 }
 
+double ReadReal(const char* text) { return strtod_l(text, nullptr, CLocale()); }
+
 float NarrowToFloat(double value) {
   const volatile auto narrowed = static_cast<float>(value);  // volatile: through memory, not a wide register
   return narrowed;
@@ -38,6 +59,7 @@ float NarrowToFloat(double value) {
 std::string PrintReal(double value, int precision) {
   if (IsWholeInt32(value)) return std::to_string(static_cast<std::int32_t>(value));
 
+  const InCLocale inCLocale;
   const int length = std::snprintf(nullptr, 0, "%.*f", precision, value);
   if (length < 0) return {};
   std::string text(static_cast<std::size_t>(length), '\0');

@@ -5,9 +5,11 @@
 
 // Numbers from and to text, alike on every machine. Internal to the libraries.
 //
-// The system's `long` has 32 bits. These functions give its results on a 64-bit build too. Reading is
-// lenient: leading blanks and a sign are allowed, what follows the number is ignored, and text that is no
-// number is 0.
+// The system's `long` has 32 bits; these functions give its results on a 64-bit build, too. Reading is
+// lenient: leading blanks and a sign are allowed, what follows the number is ignored, and non-numeric text
+// reads as 0. Real numbers are written and read as in the "C" locale, with a point, whatever locale the
+// process or the thread has set: stored texts must not change their meaning with it. Any thread may call
+// anything.
 namespace vlib {
 
 // Reads as strtoul does with a 32-bit `unsigned long`: a magnitude beyond 32 bits gives 4294967295, a leading
@@ -17,13 +19,16 @@ std::uint32_t ReadUnsigned32(const char* text, int base);
 // Reads as strtol does with a 32-bit `long`: stops at -2147483648 and 2147483647.
 std::int32_t ReadSigned32(const char* text, int base);
 
-// Narrows to single precision, also where the processor computes in wider registers: what is compared later
-// is what will be stored.
+// Reads as strtod does.
+double ReadReal(const char* text);
+
+// Narrows to single precision, even where the processor computes in wider registers: what is compared later
+// is then exactly what will be stored.
 float NarrowToFloat(double value);
 
-// Prints a real number with `precision` decimals and drops what says nothing: a number without fraction that
-// fits 32 bits is written as an integer; elsewhere trailing "0" characters and then a trailing "." go. With a
-// precision of 0 the zeros of the whole number go as well (100.4 gives "1"): kept so, texts of stored values
+// Prints a real number with at most `precision` decimals. A number without fraction that fits 32 bits is
+// written as an integer; from any other, trailing "0" characters and then a trailing "." are removed. With a
+// precision of 0 the zeros of the whole number go as well (100.4 gives "1"), because texts of stored values
 // rely on it.
 std::string PrintReal(double value, int precision);
 

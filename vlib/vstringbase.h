@@ -3,26 +3,25 @@
 #include <algorithm>
 #include <cstdarg>
 #include <cstdint>
-#include <cstdlib>
 #include <span>
 #include <string>
 
 #include "vnumber.h"
 #include "vtext.h"
 
-// What the string classes of the system, tavString and droString, do alike: a standard byte string with
-// editing in place, search, printf-style formatting, scrambling and numbers. It adds no data and nothing
-// virtual.
+// What the system's two string classes, tavString and droString, do alike: a standard byte string with
+// editing in place, search, printf-style formatting, scrambling and numbers. It adds no data and no virtual
+// functions.
 //
-// `Text` is the class that derives from it (VStringBase<tavString>); it brings its own SetShrink and
+// `Text` is the class that derives from it (VStringBase<tavString>). That class adds its own SetShrink and
 // GetSplit, whose rules differ on purpose, and reports errors to its own log. Operations named Set... edit in
-// place and return the text itself, their Get... forms return an edited copy. Letter case is that of ASCII.
+// place and return the text itself; their Get... forms return an edited copy. Only ASCII letters have a case.
 //
-// A text belongs to one thread at a time: there is no lock in it.
+// There is no lock: use a text from one thread at a time.
 template <class Text>
 class VStringBase : public std::string {
  public:
-  // Positions that are not found read as std::string::npos.
+  // The position of what was not found.
   using std::string::npos;
 
   std::size_t GetLength() const { return size(); }
@@ -42,10 +41,10 @@ class VStringBase : public std::string {
   Text GetLowCase() const { return Copy().SetLowCase(); }
   Text GetUpCase() const { return Copy().SetUpCase(); }
   Text GetReverse() const { return Copy().SetReverse(); }
-  // A copy trimmed by the SetShrink rule of its class.
+  // A copy, trimmed by the SetShrink of its class.
   Text GetShrink(const Text& characters, bool left) const { return Copy().SetShrink(characters, left); }
 
-  // Same length and same bytes, letter case ignored.
+  // True when length and bytes are the same apart from letter case.
   bool IsEqualNoCase(const Text& other) const { return vlib::EqualIgnoringCase(*this, other); }
 
   // Position of `what`, or npos. Forward: the first occurrence at or after `position`. Reverse: the last one
@@ -54,8 +53,7 @@ class VStringBase : public std::string {
     return vlib::Find(*this, what, position, noCase, reverse);
   }
 
-  // Finds as Find does and replaces that one occurrence. Returns its position, or npos with the text
-  // unchanged.
+  // Replaces the one occurrence that Find finds. Returns its position, or npos with the text unchanged.
   std::size_t FindAndReplace(const Text& what, const Text& with, bool noCase, bool reverse,
                              const unsigned int& position) {
     const std::size_t found = Find(what, position, noCase, reverse);
@@ -63,31 +61,31 @@ class VStringBase : public std::string {
     return found;
   }
 
-  // Replaces every occurrence, left to right; what was inserted is not searched again. An empty `what`
-  // changes nothing. The last argument is accepted for symmetry with FindAndReplace: the direction makes no
-  // difference.
+  // Replaces every occurrence, left to right, without searching what was inserted. An empty `what` changes
+  // nothing. The last argument, there for symmetry with FindAndReplace, is ignored.
   void FindAndReplaceAll(const Text& what, const Text& with, bool noCase, bool /*reverse*/) {
     vlib::ReplaceAll(*this, what, with, noCase);
   }
 
-  // Appends (Add) or becomes (Set) a text printed in the manner of printf, of at most `size` - 1 bytes.
-  Text& AddFormat(unsigned int size, const char* format, ...) __attribute__((format(printf, 3, 4))) {
+  // Append (Add) or become (Set) a text printed in the manner of printf. It arrives whole: `size`, the bytes
+  // that the caller expects it to need, is a hint only.
+  Text& AddFormat(unsigned int /*size*/, const char* format, ...) __attribute__((format(printf, 3, 4))) {
     std::va_list arguments;
     va_start(arguments, format);
-    append(vlib::Format(size, format, arguments));
+    append(vlib::Format(format, arguments));
     va_end(arguments);
     return Self();
   }
-  Text& SetFormat(unsigned int size, const char* format, ...) __attribute__((format(printf, 3, 4))) {
+  Text& SetFormat(unsigned int /*size*/, const char* format, ...) __attribute__((format(printf, 3, 4))) {
     std::va_list arguments;
     va_start(arguments, format);
-    std::string::operator=(vlib::Format(size, format, arguments));
+    std::string::operator=(vlib::Format(format, arguments));
     va_end(arguments);
     return Self();
   }
 
-  // Scrambles the bytes with a key so that they cannot be read at a glance; doing it again restores them. An
-  // empty key stands for the default key. The two names are the same computation and say what is meant.
+  // Scramble the bytes with a key so that they cannot be read at a glance, and restore them. Both are the
+  // same computation, under two names that say what is meant. An empty key stands for the default key.
   Text& SetCrypt(const Text& key) {
     vlib::Scramble({reinterpret_cast<unsigned char*>(data()), size()}, key);
     return Self();
@@ -96,12 +94,13 @@ class VStringBase : public std::string {
   Text GetCrypt(const Text& key) const { return Copy().SetCrypt(key); }
   Text GetDeCrypt(const Text& key) const { return Copy().SetCrypt(key); }
 
-  // The number at the start of a text; what follows it is ignored, no number gives 0. A magnitude beyond 32
-  // bits gives 4294967295, a leading minus wraps.
+  // The number at the start of a text; what follows it is ignored, and non-numeric text reads as 0. A
+  // magnitude beyond 32 bits gives 4294967295; a leading minus wraps.
   static std::uint32_t AsULong(const Text& text, int base) {
     return vlib::ReadUnsigned32(text.c_str(), base);
   }
-  static double AsDouble(const Text& text) { return std::strtod(text.c_str(), nullptr); }
+  // A real number as the "C" locale writes it ("21.5"), whatever locale the process has set.
+  static double AsDouble(const Text& text) { return vlib::ReadReal(text.c_str()); }
 
   // Decimal text of the low 32 bits of a number: `long` has 32 bits in this system.
   static Text FromInt(int value) { return std::to_string(value); }
@@ -109,7 +108,8 @@ class VStringBase : public std::string {
   static Text FromULong(unsigned long value) { return std::to_string(static_cast<std::uint32_t>(value)); }
 
   // Text of a real number with at most `precision` decimals: trailing zeros go, and a number without fraction
-  // is written as an integer ("21.5", "21"). See vlib::PrintReal for what a precision of 0 does.
+  // is written as an integer ("21.5", "21"). Written as in the "C" locale, whatever the process has set. See
+  // vlib::PrintReal for what a precision of 0 does.
   static Text FromDouble(double value, int precision) { return vlib::PrintReal(value, precision); }
   static Text FromFloat(float value, int precision) { return FromDouble(value, precision); }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 namespace vlib {
 namespace {
@@ -15,9 +16,13 @@ std::string LowerCaseCopy(std::string text) {
 
 }  // namespace
 
-void MakeLowerCase(std::string& text) { std::transform(text.begin(), text.end(), text.begin(), LowerCase); }
+void MakeLowerCase(std::string& io_text) {
+  std::transform(io_text.begin(), io_text.end(), io_text.begin(), LowerCase);
+}
 
-void MakeUpperCase(std::string& text) { std::transform(text.begin(), text.end(), text.begin(), UpperCase); }
+void MakeUpperCase(std::string& io_text) {
+  std::transform(io_text.begin(), io_text.end(), io_text.begin(), UpperCase);
+}
 
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {
   return std::equal(left.begin(), left.end(), right.begin(), right.end(),
@@ -31,49 +36,51 @@ std::size_t Find(const std::string& text, const std::string& what, unsigned int 
   return reverse ? text.rfind(what, text.size() - position) : text.find(what, position);
 }
 
-void ReplaceAll(std::string& text, const std::string& what, std::string_view with, bool ignoreCase) {
+void ReplaceAll(std::string& io_text, const std::string& what, std::string_view with, bool ignoreCase) {
   if (what.empty()) return;
-  const std::string searched = ignoreCase ? LowerCaseCopy(text) : text;
+  const std::string searched = ignoreCase ? LowerCaseCopy(io_text) : io_text;
   const std::string sought = ignoreCase ? LowerCaseCopy(what) : what;
 
   std::string result;
   std::size_t copied = 0;
   for (std::size_t found; (found = searched.find(sought, copied)) != std::string::npos;
        copied = found + sought.size()) {
-    result.append(text, copied, found - copied).append(with);
+    result.append(io_text, copied, found - copied).append(with);
   }
-  result.append(text, copied);
-  text = std::move(result);
+  result.append(io_text, copied);
+  io_text = std::move(result);
 }
 
-void TrimLeft(std::string& text, std::string_view characters) {
-  const std::size_t first = text.find_first_not_of(characters);
-  if (first != std::string::npos) text.erase(0, first);
+void TrimLeft(std::string& io_text, std::string_view characters) {
+  const std::size_t first = io_text.find_first_not_of(characters);
+  if (first != std::string::npos) io_text.erase(0, first);
 }
 
-std::string Format(unsigned int size, const char* format, std::va_list arguments) {
+std::string Format(const char* format, std::va_list arguments) {
   std::va_list again;
   va_copy(again, arguments);
-  const int length = std::vsnprintf(nullptr, 0, format, arguments);
-  std::string text;
-  if (length > 0 && size > 0) {
-    text.resize(std::min(static_cast<unsigned int>(length), size - 1));
+  char buffer[256];  // most texts fit, and are then printed once
+  const int length = std::vsnprintf(buffer, sizeof buffer, format, arguments);
+  std::string text(static_cast<std::size_t>(std::max(length, 0)), '\0');
+  if (text.size() < sizeof buffer) {
+    text.assign(buffer, text.size());
+  } else {
     std::vsnprintf(text.data(), text.size() + 1, format, again);
   }
   va_end(again);
   return text;
 }
 
-void Scramble(std::span<unsigned char> data, std::string_view key) {
+void Scramble(std::span<unsigned char> data, std::string key) {
   if (key.empty()) key = kDefaultKey;
   for (unsigned char& byte : data) {
     for (const char keyByte : key) byte = static_cast<unsigned char>(byte ^ keyByte);
   }
 }
 
-bool ScrambleBuffer(unsigned char* io_buffer, std::size_t length, std::string_view key) {
+bool ScrambleBuffer(unsigned char* io_buffer, std::size_t length, std::string key) {
   if (io_buffer == nullptr) return false;
-  Scramble({io_buffer, length}, key);
+  Scramble({io_buffer, length}, std::move(key));
   return true;
 }
 

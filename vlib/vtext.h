@@ -8,16 +8,16 @@
 
 // The text algorithms that tavString and droString share. Internal: programs use the two classes.
 //
-// All functions work on bytes and are linear in the length of their input. "Ignoring case" folds the ASCII
-// letters only, whatever the locale of the process. Nothing here logs and nothing keeps state, so any thread
-// may call anything.
+// All functions work on bytes and take time linear in the length of their input. Ignoring case means folding
+// the ASCII letters only, whatever the locale of the process. There is no state, so any thread may call
+// anything.
 namespace vlib {
 
 constexpr char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 constexpr char UpperCase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-void MakeLowerCase(std::string& text);
-void MakeUpperCase(std::string& text);
+void MakeLowerCase(std::string& io_text);
+void MakeUpperCase(std::string& io_text);
 
 // True when both texts have the same length and the same bytes after folding case.
 bool EqualIgnoringCase(std::string_view left, std::string_view right);
@@ -29,10 +29,11 @@ std::size_t Find(const std::string& text, const std::string& what, unsigned int 
 
 // Replaces every occurrence of `what`, left to right; inserted text is never searched again. An empty `what`
 // changes nothing.
-void ReplaceAll(std::string& text, const std::string& what, std::string_view with, bool ignoreCase);
+void ReplaceAll(std::string& io_text, const std::string& what, std::string_view with, bool ignoreCase);
 
-// Removes the leading characters that occur in `characters`. A text made of such characters only stays whole.
-void TrimLeft(std::string& text, std::string_view characters);
+// Removes the leading characters that occur in `characters`. A text that consists of such characters only
+// stays whole.
+void TrimLeft(std::string& io_text, std::string_view characters);
 
 // Calls visit(piece, isLast) for each piece of `text` between separators, in order, empty pieces included.
 // A text without the separator is one piece; an empty separator gives no piece at all.
@@ -48,16 +49,15 @@ void ForEachPiece(std::string_view text, std::string_view separator, Visitor vis
   }
 }
 
-// Prints in the manner of printf. At most `size` - 1 bytes are kept, as if printed into a buffer of `size`
-// bytes; a size of 0 or a failed conversion gives an empty text.
-std::string Format(unsigned int size, const char* format, std::va_list arguments)
-    __attribute__((format(printf, 2, 0)));
+// Prints in the manner of printf, in full. A failed conversion gives an empty text.
+std::string Format(const char* format, std::va_list arguments) __attribute__((format(printf, 1, 0)));
 
 // Hides data from a glance, and restores it: every byte is combined (XOR) with each byte of the key in turn.
-// An empty key stands for the default key of the system. This is no encryption.
-void Scramble(std::span<unsigned char> data, std::string_view key);
+// An empty key stands for the default key of the system. This is not encryption. The key is a copy, so it may
+// have been taken from the data themselves.
+void Scramble(std::span<unsigned char> data, std::string key);
 
 // The same for `length` bytes at `io_buffer`. False, with nothing done, when that is null.
-bool ScrambleBuffer(unsigned char* io_buffer, std::size_t length, std::string_view key);
+bool ScrambleBuffer(unsigned char* io_buffer, std::size_t length, std::string key);
 
 }  // namespace vlib

@@ -31,11 +31,11 @@ TEST(TavString, ReplacesWithoutSearchingWhatItInserted) {
   EXPECT_EQ(text, "xAb-");
 }
 
-TEST(TavString, FormatsWithinTheGivenSize) {
+TEST(TavString, FormatsTheWholeTextWhateverTheSize) {
   tavString text = "n=";
   EXPECT_EQ(text.AddFormat(64, "%i %s", 7, text.c_str()), "n=7 n=");
-  EXPECT_EQ(text.SetFormat(4, "%s", "abcdef"), "abc");
-  EXPECT_EQ(text.AddFormat(0, "%s", "lost"), "abc");
+  EXPECT_EQ(text.SetFormat(4, "%s", "abcdef"), "abcdef");
+  EXPECT_EQ(text.AddFormat(0, "%s", "gh"), "abcdefgh");
 }
 
 TEST(TavString, TakesNullForEmptyUtf8) {

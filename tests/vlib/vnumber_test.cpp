@@ -1,0 +1,66 @@
+#include "vnumber.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <clocale>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <fstream>
+
+#include "temporary_folder.h"
+
+using vlib::PrintReal;
+using vlib::ReadReal;
+
+namespace {
+
+// The numbers of a locale that writes "1.234,5", compiled as the C library reads it from a folder of locales.
+struct NumericLocale {
+  std::uint32_t magic = 0x20031115U ^ LC_NUMERIC;
+  std::uint32_t count = 6;
+  std::array<std::uint32_t, 6> positions = {32, 34, 36, 40, 44, 48};  // of the six fields that follow
+  std::array<char, 2> point = {','};
+  std::array<char, 2> thousands = {'.'};
+  std::array<char, 4> grouping = {3, 3};
+  std::uint32_t widePoint = ',';
+  std::uint32_t wideThousands = '.';
+  std::array<char, 16> characterSet = {"ANSI_X3.4-1968"};
+};
+
+// Every test here runs in a process that has set such a locale. The machine needs to have none installed.
+class VNumberInACommaLocale : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::filesystem::create_directory(m_locales.Path("comma"));
+    const NumericLocale locale;
+    std::ofstream(m_locales.Path("comma/LC_NUMERIC"), std::ios::binary)
+        .write(reinterpret_cast<const char*>(&locale), sizeof locale);
+    setenv("LOCPATH", m_locales.Path().c_str(), 1);
+    if (std::setlocale(LC_NUMERIC, "comma") == nullptr) GTEST_SKIP() << "the C library has other locales";
+    ASSERT_EQ(std::strtod("1,5", nullptr), 1.5) << "the locale is not in force";
+  }
+  void TearDown() override {
+    std::setlocale(LC_NUMERIC, "C");
+    unsetenv("LOCPATH");
+  }
+
+ private:
+  TemporaryFolder m_locales;
+};
+
+}  // namespace
+
+TEST_F(VNumberInACommaLocale, ReadsNumbersWithAPoint) { EXPECT_EQ(ReadReal(" -21.5x"), -21.5); }
+
+TEST_F(VNumberInACommaLocale, EndsANumberAtAComma) { EXPECT_EQ(ReadReal("21,5"), 21.0); }
+
+TEST_F(VNumberInACommaLocale, PrintsNumbersWithAPoint) { EXPECT_EQ(PrintReal(1234.75, 3), "1234.75"); }
+
+TEST_F(VNumberInACommaLocale, LeavesTheLocaleInForce) {
+  PrintReal(0.75, 2);
+  char text[8];
+  std::snprintf(text, sizeof text, "%.2f", 0.75);
+  EXPECT_STREQ(text, "0,75");
+}
