@@ -8,8 +8,8 @@
 // handed to droErrorLog, which prints, writes, throws or passes it on as droError::Level says, and returns
 // its code. droReporter does both in one line.
 //
-// Any thread may report at any time; what several threads print or write comes in any order. The settings
-// are made at start-up, before other threads report.
+// Any thread may report at any time; records of several threads may interleave. Make the settings at
+// start-up, before other threads report.
 namespace dro {
 
 enum droEError : std::int32_t {
@@ -26,7 +26,7 @@ enum droEError : std::int32_t {
   droError_Network = 10,
 };
 
-// What droErrorLog does with a record: values to add up in droError::Level.
+// What droErrorLog does with a record; add up the values in droError::Level.
 enum droELogLevel : unsigned int {
   droLogLevel_Console = 1,   // print it in colour on standard output
   droLogLevel_File = 2,      // append it to droError::LogFile
@@ -37,19 +37,24 @@ enum droELogLevel : unsigned int {
 // One report: its code and the complete text that is printed and written.
 class droError {
  public:
-  // Heads the message with the local date and time, and with the code and its text, or "Info : " (code 0) or
+  // Puts the local date and time before the message, and then the code and its text, "Info : " (code 0) or
   // "Warning : " (code 1).
   droError(const droEError& code, const droString& message);
 
   droEError GetError() const { return m_code; }
   droString GetDescription() const { return m_description; }
 
-  // Deletes the log file. 0, or the code of the report when that fails.
+  // Deletes the log file. 0, or the code of the report when that fails. The count of written bytes goes on: a
+  // program that deletes its log sets _current_log_filesize to 0 as well. Otherwise, once the count passes
+  // the limit while there is no file, every entry is lost with the report that the file cannot be rebuilt.
   static droEError DeleteLog();
 
   // droELogLevel values, added; droLogLevel_Console unless set.
   static unsigned int Level;
-  // Size in bytes past which the log file is cut to its last half (see vlib::AppendToLogFile); 0 is no limit.
+  // Limit in bytes for what this process writes: when the count passes it, the log file is cut to its last
+  // half and the count set to that. With a limit below 32002 the file is never cut; 0 is no limit. A file
+  // that cannot be cut, for example because it was deleted, gets no further entry until the count is set to
+  // 0.
   static unsigned int LogFileSize;
   // Path of the log file, "dro_system.log" unless set.
   static droString LogFile;
@@ -64,23 +69,24 @@ class droError {
   droString m_description;
 };
 
-// The text of a code. Codes 0 and 1 never appear with a text in a record: 1 has none of its own.
+// The text of a code. Records with code 0 or 1 show no such text, which is why code 1 has none of its own.
 droString droErrorToString(const droEError& code);
 
-// Number and text of a system error, such as "2 No such file or directory". -1 stands for the current errno,
-// and no error gives "0 No error".
+// Number and text of a system error, such as "2 No such file or directory"; 0 gives "0 No error". -1 stands
+// for the current errno.
 droString droErrorStdToString(int error);
 
-// Empty: this platform has no errors of that kind.
+// Always empty: this platform has no errors of that kind.
 droString droErrorWindowsToString(int error);
 
-// A record whose message tells the place of the failure: source file (its name without folder and extension),
-// function and line.
+// A record whose message includes the place of the failure: source file (its name without folder and
+// extension), function and line.
 droError droBuildErrorLocation(droEError code, const droString& message, const char* file,
                                const char* function, int line);
 
-// Prints, writes, throws or passes on a record, and returns its code. When the log file has grown past its
-// limit and can not be cut, that is printed instead, whatever the level, and its code (5 or 6) returned.
+// Prints, writes, throws or passes on a record, and returns its code. When the log file must be cut and
+// cannot be, that failure is printed, whatever the level, its code (5 or 6) is returned, and the record goes
+// no further.
 droEError droErrorLog(const droError& error);
 
 // Reports the failures of one source file: constexpr droReporter kReport{"dro_string"};

@@ -9,12 +9,12 @@
 
 namespace dro {
 
-// The kind of a socket, kept for its user: other values than this one are passed through.
+// The type of a socket. The socket only keeps it for its user, who may use other values than this one.
 enum droEOsSocketType : std::int32_t {
   droOsSocketType_Udp = 16,
 };
 
-// What every kind of datagram socket offers. See droOsUdpSocket for what the operations do.
+// Interface of a datagram socket. See droOsUdpSocket for what the operations do.
 class droIOsUdpSocket {
  public:
   virtual ~droIOsUdpSocket() = default;
@@ -33,69 +33,85 @@ class droIOsUdpSocket {
 
 // An IPv4 datagram socket: owns one descriptor, which its destructor closes, and one destination address.
 //
-// Failures are reported to droErrorLog (code 10, source dro_osudpsocket); nothing is thrown unless the log's
-// level asks for it, and then the socket stays in order. Operations that need a descriptor report its absence
-// and give -1, false or 0. One thread at a time uses a socket, and one thread at a time of the whole program
-// gives SetTo a name to look up.
+// To send, set the destination with SetTo, and Send. To receive, the descriptor must be bound to a port, for
+// which this class has no operation: make and bind one with the system's calls and hand it to the constructor
+// that takes a descriptor. A server that wants the house's events binds port 16549 of the loopback address,
+// to which ura_event sends them:
+//
+//   const int descriptor = socket(AF_INET, SOCK_DGRAM, 0);
+//   sockaddr_in address{};
+//   address.sin_family = AF_INET;
+//   address.sin_port = htons(16549);
+//   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+//   if (bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) ...
+//   dro::droOsUdpSocket events(dro::droOsSocketType_Udp, descriptor);
+//
+// Failures are reported to droErrorLog (code 10, source dro_osudpsocket). Nothing is thrown unless the log's
+// level asks for it, and the socket stays usable then. Operations that need a descriptor report its absence
+// and return -1, false or 0. Use a socket from one thread at a time, and let only one thread of the program
+// at a time look up a name with SetTo.
 class droOsUdpSocket : public droIOsUdpSocket {
  public:
-  // Opens a descriptor, of type droOsSocketType_Udp.
+  // Opens a descriptor; the type is droOsSocketType_Udp.
   droOsUdpSocket();
   // No descriptor yet: Reset opens one.
   explicit droOsUdpSocket(const droEOsSocketType& type);
-  // Takes over an open descriptor and will close it; 0 is reported and counts as none.
+  // Takes over an open descriptor, bound or not, and closes it in the end. 0 is reported and counts as none.
   droOsUdpSocket(const droEOsSocketType& type, int descriptor);
   ~droOsUdpSocket() override;
   droOsUdpSocket(const droOsUdpSocket&) = delete;
   droOsUdpSocket& operator=(const droOsUdpSocket&) = delete;
 
-  // Closes and opens a new descriptor without any option or destination. 0, or the code of the failure; when
-  // closing fails, no new one is opened.
+  // Closes the descriptor and opens a new one, without options, destination or bound port. 0, or the code of
+  // the failure; when closing fails, no new one is opened. Fails also when the system hands out descriptor 0,
+  // as it does once while the program has no standard input; that one stays taken, so that the next Reset
+  // succeeds.
   droEError Reset();
 
   droEOsSocketType GetType() const override { return m_type; }
 
-  // A descriptor of -1, which is what a failed attempt to open one leaves, counts as valid: the operation
-  // that uses it next reports why it can not.
+  // True unless the descriptor is 0. A descriptor of -1, which a failed attempt to open one leaves, counts as
+  // valid: the next operation that uses it reports the failure.
   bool IsValid() const override { return m_descriptor != 0; }
 
-  // Sets the destination, with or without a descriptor: a dotted address or a name, which is looked up. A
-  // port after a colon ("localhost:16549", low 16 bits) takes the place of `port`. 0, or 10 when the name is
-  // unknown; the destination is then 255.255.255.255.
+  // Sets the destination, with or without a descriptor: a dotted address, or a name, which is looked up. A
+  // port after a colon ("localhost:16549", low 16 bits) replaces `port`. 0, or 10 when the name is unknown;
+  // the destination is then 255.255.255.255.
   droEError SetTo(const droString& host, unsigned short port);
 
-  // Sends one datagram. The count of bytes sent, -2 when it would have to wait longer than the time-out, -1
-  // when it failed. An interrupted call is repeated after a warning.
+  // Sends one datagram. The number of bytes sent, -2 when the time-out ran out, -1 when it failed. A call
+  // that a signal interrupts is repeated after a warning, and its time-out starts afresh.
   int Send(const void* data, unsigned int length);
 
-  // Receives one datagram, as Send sends one; what is longer than `size` is cut. The sender's dotted address
-  // and port (host byte order) are stored where the pointers are not null.
+  // Receives one datagram, with the results of Send, and cuts it to `size` bytes. The sender's dotted address
+  // and port (host byte order) are stored where the pointers are not null. Time-outs start afresh at every
+  // interruption, too: signals that keep coming can keep this waiting forever.
   int Receive(void* o_data, unsigned int size, droString* o_address, unsigned short* o_port);
 
-  // Allows or forbids sending to broadcast addresses. True when done.
+  // Allows or forbids sending to broadcast addresses. True on success.
   bool SetBroadcast(bool on);
 
-  // Wait at most so many milliseconds until a datagram is there, or one can be sent. False when the time ran
-  // out, and after a report when waiting failed or was interrupted.
+  // Wait at most that long until a datagram has arrived, or one can be sent. False when the time ran out, and
+  // after a report when the wait failed or was interrupted.
   bool IsReadyToReceive(unsigned int milliseconds) const override;
   bool IsReadyToSend(unsigned int milliseconds) const override;
 
-  // How many milliseconds Receive and Send wait; 0 is without end. The setters return true when done, the
-  // getters 0 when they failed.
+  // How many milliseconds Receive and Send wait; 0 is without limit. The setters return true on success, the
+  // getters 0 on failure.
   bool SetReceiveTimeOut(const unsigned int& milliseconds) override;
   unsigned int GetReceiveTimeOut() const override;
   bool SetSendTimeOut(const unsigned int& milliseconds) override;
   unsigned int GetSendTimeOut() const override;
 
-  // The size in bytes of the kernel's send buffer, meant as the bound of a message's size; 0 when it failed.
+  // The size of the kernel's send buffer in bytes, which stands for the largest message; 0 on failure.
   unsigned int GetMaxMessageSize() const override;
 
   // Closes the descriptor, if there is one, and forgets it and the destination, whatever fails. 0, or the
   // code of the last failure.
   droEError Close() override;
 
-  // Sends the packet that wakes the machine with the hardware address of six raw bytes at `mac` to every
-  // machine of the local network. 0, or 2 when it was not sent whole.
+  // Sends to the whole local network, port `port`, the packet that wakes up the machine whose hardware
+  // address is the six raw bytes at `mac`. 0, or 2 when the packet was not sent in full.
   static droEError WakeOnLan(const unsigned char* mac, unsigned short port);
 
  private:

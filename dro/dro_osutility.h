@@ -1,43 +1,44 @@
 #pragma once
 
-#include <dirent.h>
+#include <memory>
 
 #include "dro_error.h"
 #include "dro_string.h"
-#include "vfile.h"
 
 namespace dro {
 
-// Questions to the operating system and small jobs for it: files and folders, shell commands, the machine.
+// Operations of the operating system: files and folders, shell commands, facts about the machine.
 //
-// Failures are reported to droErrorLog (source dro_osutility): code 2 when a call of the system fails, 5 when
-// a command can not be run, 7 for a null argument. Operations with an error code as result give 0 or the code
-// of their report. Everything static may be called from any thread.
+// Failures are reported to droErrorLog (source dro_osutility): code 2 when a system call fails, 5 when a
+// command cannot be run, 7 for a null argument. Operations that return an error code return 0 or the code of
+// their report. The static operations may be called from any thread.
 //
-// Texts become part of command lines as they are, without quotes: callers pass what they trust. A null
-// path is one at which there is nothing.
+// Texts become part of command lines as they are, without quotes: pass only what you trust. A null path is
+// treated like one at which nothing exists.
 class droOsUtility {
  public:
-  // Between the folders of a path: "/".
+  // What separates the folders of a path: "/".
   static const droString Separator;
 
-  // One entry of a folder, or none. Valid until the folder gives the next one or is closed.
+  // A copy of what a folder says about one of its entries, or of nothing.
   class FolderFile {
    public:
     FolderFile() = default;
-    explicit FolderFile(const dirent* entry) : m_entry(entry) {}
+    FolderFile(const droString& name, bool isDirectory) : m_name(name), m_isDirectory(isDirectory) {}
 
-    bool IsValid() const { return m_entry != nullptr; }
-    // True when the folder itself says so, which a symbolic link to a directory does not.
-    bool IsDirectory() const { return IsValid() && m_entry->d_type == DT_DIR; }
-    // Empty when there is none.
-    droString GetName() const { return IsValid() ? m_entry->d_name : ""; }
+    bool IsValid() const { return !m_name.empty(); }
+    // False for a symbolic link to a directory, and where the file system does not tell the type of its
+    // entries.
+    bool IsDirectory() const { return m_isDirectory; }
+    // Empty when there is no entry.
+    droString GetName() const { return m_name; }
 
    private:
-    const dirent* m_entry = nullptr;  // the folder's
+    droString m_name;
+    bool m_isDirectory = false;
   };
 
-  // An open folder, which its destructor closes. One thread at a time uses it.
+  // An open folder, which its destructor closes. Use it from one thread at a time.
   class Folder {
    public:
     Folder() = default;
@@ -47,38 +48,44 @@ class droOsUtility {
 
     bool IsValid() const { return m_stream != nullptr; }
 
-    // Closes what is open and opens a folder. When closing fails no new one is opened.
+    // Closes the folder that is open and opens another one. When closing fails, no new one is opened.
     droEError open(const droString& path);
-    // Whatever the result, the folder is closed. 0 also when nothing was open.
+    // The folder is closed whatever the result. 0 also when nothing was open.
     droEError close();
 
-    // Give the first and the next entry, in the order of the file system and with "." and ".." among them.
-    // 0 with an invalid `o_file` at the end; 2 with an invalid `o_file` on a failure and when not open.
+    // Store the first or the next entry, in the order of the file system, "." and ".." included. At the end
+    // the result is 0 and `o_file` invalid; on a failure, or when no folder is open, it is 2 and `o_file`
+    // invalid.
     droEError GetFirstFile(FolderFile* o_file);
     droEError GetNextFile(FolderFile* o_file);
 
    private:
+    struct Closer {
+      void operator()(void* stream) const;
+    };
+
     droString m_path;
-    vlib::Folder m_stream;
+    std::unique_ptr<void, Closer> m_stream;  // the system's DIR, whose header stays out of this one
   };
 
   // --- Files and folders ---
 
   static droEError FileDelete(const char* path);
 
-  // True when the file opens for reading. One that does not is reported as by droOsFile::Open.
+  // True when the file opens for reading; otherwise that is reported, as droOsFile::Open does.
   static bool FileExist(const char* path);
-  // True when there is anything at `path`; it need not be a folder.
+  // True when anything exists at `path`; it need not be a folder.
   static bool FolderExist(const char* path);
 
-  // Runs "mv", with the result of Execute; -1 for a null path.
+  // Runs "mv" and returns the result of Execute; -1 for a null path.
   static int FileMove(const char* from, const char* to);
 
-  // The text after the last separator, the whole path when there is none.
+  // The text after the last separator; the whole path when there is none.
   static droString GetFileNameWithExtension(const droString& path);
-  // The text before the last separator, empty when there is none.
+  // The text before the last separator; empty when there is none.
   static droString GetParentFolder(const droString& path);
-  // Makes a path absolute that begins with "./" or "../", see vlib::AbsolutePath.
+  // Resolves a path that begins with "./" or "../" against the current folder, one folder up for each "../".
+  // Returns any other path as it is.
   static droString GetModuleFullPath(const droString& path);
 
   // Opens a folder for listing.
@@ -86,16 +93,17 @@ class droOsUtility {
 
   // --- Shell commands ---
 
-  // Runs a command and waits for it. The result is that of `system`: a wait status, -1 when it was not run.
+  // Runs a command and waits for it. The result is that of `system`: a wait status, or -1 when it was not
+  // run.
   static int Execute(const droString& command);
 
-  // Runs a command and appends what it prints on its standard output, whole, to `io_output`. How the command
-  // ends does not matter.
+  // Runs a command and appends everything that it prints on standard output to `io_output`. The exit status
+  // of the command is ignored.
   static droEError ExecuteCommandLine(const droString& command, droString* io_output);
 
-  // Writes `script` to the file "tavon.sh" in `folder`, runs it and appends what it prints, as
-  // ExecuteCommandLine does. The file stays, and the next script takes its place. Calls for the same folder
-  // must not overlap. A script that can not be written whole is not run.
+  // Writes `script` to the file "tavon.sh" in `folder`, runs it and appends its output as ExecuteCommandLine
+  // does. The file stays until the next script overwrites it. Calls for the same folder must not overlap. A
+  // script that cannot be written in full is not run.
   static droEError ExecuteScript(const droString& folder, const droString& script, droString* io_output);
 
   // --- The machine ---
@@ -103,15 +111,15 @@ class droOsUtility {
   // The number that identifies the machine, as gethostid gives it.
   static long GetHostID();
 
-  // Sixteen zeros when the processor tells none.
+  // The serial number of the processor; sixteen zeros when it has none.
   static droString GetCpuSerial();
 
-  // The size, in megabytes, of the first mounted file system whose line in the output of df contains
-  // `device`; 0 when there is none.
+  // The size in megabytes of the first mounted file system whose line in the output of df contains `device`;
+  // 0 when there is none.
   static unsigned long GetSourceSize(const droString& device);
 
   // Appends the hardware address of each network interface, such as "02:00:5e:10:00:01", in the order in
-  // which the system lists them. That of the loopback interface is left out.
+  // which the system lists them. The loopback interface is left out.
   static droEError GetMacAddress(droArray<droString>* io_macs);
 };
 

@@ -7,9 +7,10 @@
 
 namespace dro {
 
-// The clock and calendar of the OS library. Nothing is kept between calls, so any thread may ask at any time.
+// The clock and calendar of the OS library. No state is kept between calls, so any thread may call at any
+// time.
 //
-// Calendar times are local. Output pointers may be null: that part is then not written.
+// Calendar times are local. An output pointer may be null when its value is not wanted.
 class droTime {
  public:
   struct droDateTime {
@@ -23,7 +24,7 @@ class droTime {
     std::int32_t second = 0;  // 60 in a leap second
   };
 
-  // The step of a clock in minutes; other numbers than these may be used too.
+  // The step of a clock in minutes. Other numbers may be used as well.
   enum EMinutesStep : int {
     MinutesStep_1 = 1,
     MinutesStep_5 = 5,
@@ -33,35 +34,37 @@ class droTime {
     MinutesStep_60 = 60,
   };
 
-  // Milliseconds of the wall clock; wraps at 32 bits, about every 49.7 days.
+  // Milliseconds of the wall clock, which wrap at 32 bits, about every 49.7 days.
   static std::uint32_t GetTime();
 
-  // The same count, its 32 bits extended with their sign.
+  // The same count, sign-extended from 32 bits.
   static void GetHiResTime(unsigned long long* o_milliseconds);
 
-  // Always 1000000. Kept so although GetHiResTime counts milliseconds: dividing by it gives a thousandth of
-  // the seconds.
+  // Always 1000000, although GetHiResTime counts milliseconds: dividing by it gives a thousandth of the
+  // seconds. Callers know both values, so neither can change.
   static void GetTimePerSecond(unsigned long long* o_rate);
 
   // Seconds of the wall clock.
   static std::time_t GetCurrentTime();
 
-  // The instant of a local date and time, -1 when the calendar can not express it. A year below 1900 counts
-  // as 1900; month and day count from 1.
+  // The instant of a local date and time, -1 when the calendar cannot express it. A year below 1900 counts as
+  // 1900; month and day count from 1.
   static std::time_t GetCustomTime(int year, int month, int day, int hour, int minute, int second);
 
-  // Now, such as "Tue Apr  8 10:15:02 2014".
+  // The current time, such as "Tue Apr  8 10:15:02 2014".
   static droString GetDateTime();
 
-  // Now in parts. Unlike in droDateTime, the day of the year, the month and the day of the week count from 0.
+  // The current time in parts. Unlike in droDateTime, the day of the year, the month and the day of the week
+  // count from 0.
   static void GetDateTime(int* o_year, int* o_dayOfYear, int* o_month, int* o_day, int* o_dayOfWeek,
                           int* o_hour, int* o_minute, int* o_second);
   static void GetDateTime(droDateTime* o_now);
 
-  // Milliseconds until the clock next shows a whole minute that is a multiple of `step`; a whole step when it
-  // shows one right now. A step below 1 counts as 1, one above 60 waits for the full hour.
+  // Milliseconds until the clock next shows a whole minute that is a multiple of `step`; a whole step if it
+  // shows one right now. A step below 1 counts as 1; one above 60 waits for the full hour.
   static void GetRemainingTimeWithClock(unsigned long* o_milliseconds, EMinutesStep step);
 
+  // Splits a number of seconds into hours, minutes and seconds.
   static void FormatSeconds(unsigned int total, unsigned int* o_hours, unsigned char* o_minutes,
                             unsigned char* o_seconds);
 };

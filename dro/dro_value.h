@@ -8,8 +8,8 @@
 
 namespace dro {
 
-// A value of one of several kinds, or none, to hand over data whose kind is known at run time only. It owns
-// what it holds and belongs to one thread at a time.
+// A value of one of several kinds, or none, for data whose kind is known only at run time. It owns what it
+// holds. Use it from one thread at a time.
 class droValue {
  public:
   droValue() = default;  // holds nothing
@@ -19,7 +19,8 @@ class droValue {
 
   bool IsEmpty() const { return std::holds_alternative<std::monostate>(m_value); }
 
-  // The value held, or null when it is of another kind: nothing is converted. Valid until the value changes.
+  // The value held, or null when it is of another kind; nothing is converted. The pointer is valid until the
+  // value changes.
   const std::int32_t* GetInt() const { return std::get_if<std::int32_t>(&m_value); }
   const double* GetDouble() const { return std::get_if<double>(&m_value); }
   const droString* GetString() const { return std::get_if<droString>(&m_value); }

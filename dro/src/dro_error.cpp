@@ -20,7 +20,7 @@ constexpr const char* kNoText = "droError description not found. Update droError
 // In the order of the codes.
 constexpr const char* kTexts[] = {
     "The operation completed succefully.",
-    kNoText,  // a warning: its record says so in its own words
+    kNoText,  // a warning: its record needs no text of the code
     "The operation failed.",
     "Standard Library droError.",
     "Unknown error.",

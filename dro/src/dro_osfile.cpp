@@ -12,6 +12,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "vfile.h"
+
 namespace dro {
 namespace {
 
@@ -31,8 +33,8 @@ int Printed(int count, int error, int line = __builtin_LINE(), const char* funct
   return count;
 }
 
-// Sets a position. A success is reported and has the code of a failure, a failure is silent and has none:
-// intended, callers take the results as they stand.
+// Sets a position. Success is reported and has the code of a failure, and a failure is silent and has none:
+// callers rely on these results.
 droEError SetPosition(std::FILE* file, long offset, int origin, const droString& report,
                       int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
   if (file == nullptr) return ReportInvalidHandle(line, function);
@@ -40,13 +42,13 @@ droEError SetPosition(std::FILE* file, long offset, int origin, const droString&
   return kReport.System(droError_OperationFailed, report, errno, line, function);
 }
 
-// What is in a file.
+// The contents of a file.
 struct Contents {
   std::unique_ptr<char[]> bytes;
   std::size_t length = 0;
 };
 
-// Reads all of an open file in one piece. `what` tells in a report what was being done.
+// Reads all of an open file in one piece. `what` says in a report what was being done.
 droEError ReadContents(std::FILE* file, const droString& what, Contents& o_contents,
                        int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
   const off_t size = vlib::SizeOf(file);
@@ -77,23 +79,23 @@ droOsFile::~droOsFile() {
       kReport(droError_OperationFailed, "can not close the file handle");
     }
   } catch (...) {
-    // The log's level asks for exceptions, and none may leave a destructor.
+    // The log's level asks for exceptions, but none may leave a destructor.
   }
-  // A handle that Close kept is closed for good by its owner.
+  // The owner closes a stream that Close kept.
 }
 
 droEError droOsFile::Open(const droString& name, const droString& mode) {
   if (Close() != droError_NoError) {
     return kReport(droError_OperationFailed, "can not close the file handle");
   }
-  m_file = vlib::OpenFile(name.c_str(), mode.c_str());
+  m_file.reset(std::fopen(name.c_str(), mode.c_str()));
   return IsValid() ? droError_NoError : ReportInvalidHandle();
 }
 
 droEError droOsFile::Close() {
   if (!IsValid()) return droError_NoError;
-  // fclose gives a stream up even when it fails. What can fail is tried before that, so that a handle that
-  // stays is a live one.
+  // fclose releases the stream even when it fails. What can fail is tried before that, so that a stream that
+  // is kept can still be used.
   const bool canClose = std::fflush(m_file.get()) == 0 && fcntl(fileno(m_file.get()), F_GETFD) != -1;
   if (canClose && std::fclose(m_file.release()) == 0) return droError_NoError;
   return kReport(droError_OperationFailed, "Can not close file handle");
@@ -145,7 +147,7 @@ bool droOsFile::ReadNextLine(droString* o_line) {
   o_line->Clear();
   while (std::feof(m_file.get()) == 0) {
     const int byte = std::getc(m_file.get());
-    if (byte == EOF) break;  // a last line without line feed stays in o_line
+    if (byte == EOF) break;  // a last line without a line feed stays in o_line
     if (byte == '\n') return true;
     o_line->push_back(static_cast<char>(byte));
   }
@@ -180,25 +182,21 @@ droEError droOsFile::Advance(long offset) {
 droEError droOsFile::GetFileSize(const droString& name, unsigned int* o_size) {
   if (o_size == nullptr) return kReport(droError_InvalidArgument, "io_size pointer == 0");
   *o_size = 0;
-  const droOsFile file(name, "rb");
-  const off_t size = file.IsValid() ? vlib::SizeOf(file) : -1;
-  if (size < 0 || std::cmp_greater(size, UINT_MAX)) {
-    return kReport(droError_OperationFailed, "Invalid file");
-  }
+  const vlib::File file = vlib::OpenFile(name.c_str(), "rb");
+  const off_t size = file ? vlib::SizeOf(file.get()) : -1;
+  if (size < 0 || std::cmp_greater(size, UINT_MAX)) return kReport(droError_OperationFailed, "Invalid file");
   *o_size = static_cast<unsigned int>(size);
   return droError_NoError;
 }
 
 droEError droOsFile::GetFileTextSource(const droString& name, droString* o_text) {
-  if (o_text == nullptr) {
-    return kReport(droError_InvalidArgument, "io_source pointer == 0");
-  }
-  const droOsFile file(name, "rb");
-  if (!file.IsValid()) return kReport(droError_OperationFailed, "Invalid file");
+  if (o_text == nullptr) return kReport(droError_InvalidArgument, "io_source pointer == 0");
+  const vlib::File file = vlib::OpenFile(name.c_str(), "rb");
+  if (!file) return kReport(droError_OperationFailed, "Invalid file");
   Contents contents;
-  const droEError result = ReadContents(file, "Reading data from file : " + name, contents);
+  const droEError result = ReadContents(file.get(), "Reading data from file : " + name, contents);
   if (result != droError_NoError) return result;
-  // The text is touched only now that all is read, so that it stays what it was when anything fails.
+  // Touched only now that all has been read, so that a failure leaves the text as it was.
   try {
     o_text->assign(contents.bytes.get(), contents.length);
   } catch (const std::exception&) {  // no memory, or longer than any text
@@ -208,33 +206,33 @@ droEError droOsFile::GetFileTextSource(const droString& name, droString* o_text)
 }
 
 int droOsFile::AppendToFile(const droString& name, const char* format, ...) {
-  const droOsFile file(name, "a");
-  if (!file.IsValid()) return kReport(droError_OperationFailed, "Invalid file");
+  const vlib::File file = vlib::OpenFile(name.c_str(), "a");
+  if (!file) return kReport(droError_OperationFailed, "Invalid file");
   std::va_list arguments;
   va_start(arguments, format);
-  const int count = std::vfprintf(file, format, arguments);
+  const int count = std::vfprintf(file.get(), format, arguments);
   const int error = errno;
   va_end(arguments);
   return Printed(count, error);
 }
 
 droEError droOsFile::CopyAndPaste(const droString& from, const droString& to) {
-  droOsFile copy(from, "rb");
-  if (!copy.IsValid()) return kReport(droError_OperationFailed, "Invalid copy file: " + from);
+  vlib::File copy = vlib::OpenFile(from.c_str(), "rb");
+  if (!copy) return kReport(droError_OperationFailed, "Invalid copy file: " + from);
   Contents contents;
-  const droEError result = ReadContents(copy, "Reading data from file copy: " + from, contents);
+  const droEError result = ReadContents(copy.get(), "Reading data from file copy: " + from, contents);
   if (result != droError_NoError) return result;
-  if (copy.Close() != droError_NoError)
+  if (std::fclose(copy.release()) != 0) {
     return kReport(droError_OperationFailed, "Can not close file copy: " + from);
-
-  droOsFile paste(to, "wb");
-  if (!paste.IsValid()) return kReport(droError_OperationFailed, "Invalid paste file: " + to);
-  std::setbuf(paste, nullptr);  // what can not be written fails here, not when the file is closed
-  if (std::fwrite(contents.bytes.get(), 1, contents.length, paste) != contents.length) {
-    const int error = errno;
-    return kReport.System(droError_OperationFailed, "Writing data to file paste: " + to, error);
   }
-  return paste.Close();
+
+  vlib::File paste = vlib::OpenFile(to.c_str(), "wb");
+  if (!paste) return kReport(droError_OperationFailed, "Invalid paste file: " + to);
+  const bool written = std::fwrite(contents.bytes.get(), 1, contents.length, paste.get()) == contents.length;
+  // Closing writes what the stream still holds; only then is it known that everything was written.
+  if (written && std::fclose(paste.release()) == 0) return droError_NoError;
+  const int error = errno;
+  return kReport.System(droError_OperationFailed, "Writing data to file paste: " + to, error);
 }
 
 }  // namespace dro

@@ -20,7 +20,7 @@ namespace {
 
 constexpr droReporter kReport{"dro_osudpsocket"};
 
-// Results of Send and Receive beside the count of bytes.
+// Results of Send and Receive other than the number of bytes.
 constexpr int kFailed = -1;
 constexpr int kWouldBlock = -2;
 
@@ -35,7 +35,8 @@ unsigned int ToMilliseconds(const timeval& time) {
   return static_cast<unsigned int>(time.tv_sec) * 1000U + static_cast<unsigned int>(time.tv_usec / 1000);
 }
 
-// Makes the system call that moves one datagram of at most `length` bytes, again while it is interrupted.
+// Makes the system call that moves one datagram of at most `length` bytes, and repeats it while it is
+// interrupted.
 template <class Call>
 int Transfer(Call call, unsigned int length, const char* failure, int line = __builtin_LINE(),
              const char* function = __builtin_FUNCTION()) {
@@ -49,7 +50,7 @@ int Transfer(Call call, unsigned int length, const char* failure, int line = __b
       return kFailed;
     }
     kReport(droError_Warning, "Std EINTR error continue...", line, function);
-    if (length == 0) return kFailed;  // intended: a transfer without data is not worth repeating
+    if (length == 0) return kFailed;  // on purpose: without data there is nothing to lose by giving up
   }
 }
 
@@ -121,7 +122,7 @@ droOsUdpSocket::~droOsUdpSocket() {
   try {
     if (droOsUdpSocket::Close() != droError_NoError) kReport(droError_Network, "Can not close socket");
   } catch (...) {
-    // The log's level asks for exceptions, and none may leave a destructor. The descriptor is closed already.
+    // The log's level asks for exceptions, but none may leave a destructor. The descriptor is already closed.
   }
 }
 
@@ -129,9 +130,8 @@ droEError droOsUdpSocket::Reset() {
   if (Close() != droError_NoError) return kReport(droError_Network, "Can not close socket");
   m_descriptor = socket(AF_INET, SOCK_DGRAM, IPPROTO_UDP);
   if (IsValid()) return droError_NoError;
-  // The kernel gives out 0 while the program has no standard input. It counts as no socket here and must not
-  // stay open unseen.
-  close(std::exchange(m_descriptor, 0));
+  // The kernel gave out 0, as the program has no standard input. It stays taken, so that the next attempt
+  // gets another number.
   return kReport(droError_Network, "Can not create socket");
 }
 
@@ -148,7 +148,7 @@ droEError droOsUdpSocket::SetTo(const droString& host, unsigned short port) {
   m_address.sin_family = AF_INET;
   m_address.sin_port = htons(port);
   m_address.sin_addr.s_addr = inet_addr(name.c_str());
-  // The limited-broadcast address reads as if it were no address and takes the way of the names, too.
+  // The limited-broadcast address is the value for "no address", so it is looked up like a name.
   if (m_address.sin_addr.s_addr != INADDR_NONE) return droError_NoError;
   // NOLINTNEXTLINE(concurrency-mt-unsafe): one thread at a time looks up a name, see the class
   const hostent* const found = gethostbyname(name.c_str());
@@ -224,16 +224,17 @@ unsigned int droOsUdpSocket::GetMaxMessageSize() const {
 
 droEError droOsUdpSocket::Close() {
   if (m_descriptor == 0) return droError_NoError;
-  // Nothing is reported before all is done: a log that throws must not leave a descriptor open, nor a dead
-  // one in the object.
+  // Everything is done before anything is reported: a log that throws must leave neither an open descriptor
+  // behind nor a closed one in the object.
   const int descriptor = std::exchange(m_descriptor, 0);
   m_address = {};
   const int shutdownError = shutdown(descriptor, SHUT_RDWR) == 0 ? 0 : errno;
   const int closeError = close(descriptor) == 0 ? 0 : errno;
 
   droEError result = droError_NoError;
-  if (shutdownError != 0 && shutdownError != ENOTCONN)  // a datagram socket is not connected
+  if (shutdownError != 0 && shutdownError != ENOTCONN) {  // a datagram socket is not connected
     result = kReport.System(droError_Network, "shutdown(...) failed", shutdownError);
+  }
   if (closeError != 0) result = kReport.System(droError_Network, "close(...) failed", closeError);
   return result;
 }
@@ -242,8 +243,9 @@ droEError droOsUdpSocket::WakeOnLan(const unsigned char* mac, unsigned short por
   constexpr std::ptrdiff_t macLength = 6;
   std::array<unsigned char, 17 * macLength> packet;
   packet.fill(0xFF);
-  for (auto copy = packet.begin() + macLength; copy != packet.end(); copy += macLength)
+  for (auto copy = packet.begin() + macLength; copy != packet.end(); copy += macLength) {
     std::copy_n(mac, macLength, copy);
+  }
 
   droOsUdpSocket socket;
   socket.SetBroadcast(true);

@@ -1,5 +1,6 @@
 #include "dro_osutility.h"
 
+#include <dirent.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -21,7 +22,7 @@ droEError ReportNoPipe(int line = __builtin_LINE(), const char* function = __bui
   return kReport(droError_InvalidPointer, "Can not open system pipe", line, function);
 }
 
-// Appends all that a command prints. A failure is reported in the name of `function`.
+// Appends everything that a command prints.
 droEError AppendOutput(const droString& command, droString& io_output, int line = __builtin_LINE(),
                        const char* function = __builtin_FUNCTION()) {
   vlib::CommandOutput output(command);
@@ -33,6 +34,49 @@ droEError AppendOutput(const droString& command, droString& io_output, int line 
 }  // namespace
 
 const droString droOsUtility::Separator = "/";
+
+void droOsUtility::Folder::Closer::operator()(void* stream) const { closedir(static_cast<DIR*>(stream)); }
+
+droOsUtility::Folder::~Folder() {
+  try {
+    if (close() != droError_NoError) kReport(droError_OperationFailed, "can not close directory ");
+  } catch (...) {
+    // The log's level asks for exceptions, but none may leave a destructor.
+  }
+}
+
+droEError droOsUtility::Folder::open(const droString& path) {
+  if (close() != droError_NoError) return kReport(droError_OperationFailed, "can not close directory ");
+  m_path = path;
+  m_stream.reset(opendir(path.c_str()));
+  if (IsValid()) return droError_NoError;
+  const int error = errno;
+  return kReport.System(droError_OperationFailed, "Can not open directory " + path, error);
+}
+
+droEError droOsUtility::Folder::close() {
+  if (!IsValid()) return droError_NoError;
+  // The system gives the stream up even when closing fails.
+  if (closedir(static_cast<DIR*>(m_stream.release())) == 0) return droError_NoError;
+  const int error = errno;
+  return kReport.System(droError_OperationFailed, "Can not close directory " + m_path, error);
+}
+
+droEError droOsUtility::Folder::GetFirstFile(FolderFile* o_file) {
+  if (o_file == nullptr) return kReport(droError_InvalidArgument, "io_pFolderFile == 0");
+  if (IsValid()) rewinddir(static_cast<DIR*>(m_stream.get()));
+  return GetNextFile(o_file);
+}
+
+droEError droOsUtility::Folder::GetNextFile(FolderFile* o_file) {
+  if (o_file == nullptr) return kReport(droError_InvalidArgument, "io_pFolderFile == 0");
+  errno = IsValid() ? 0 : EBADF;
+  const dirent* const entry = IsValid() ? readdir(static_cast<DIR*>(m_stream.get())) : nullptr;
+  const int error = errno;
+  *o_file = entry != nullptr ? FolderFile(entry->d_name, entry->d_type == DT_DIR) : FolderFile();
+  if (entry != nullptr || error == 0) return droError_NoError;
+  return kReport.System(droError_OperationFailed, "Can not get next file", error);
+}
 
 droEError droOsUtility::FileDelete(const char* path) {
   if (path != nullptr && unlink(path) == 0) return droError_NoError;
@@ -59,6 +103,12 @@ droString droOsUtility::GetParentFolder(const droString& path) { return VUtility
 
 droString droOsUtility::GetModuleFullPath(const droString& path) { return vlib::AbsolutePath(path); }
 
+droEError droOsUtility::GetFolder(const droString& path, Folder* o_folder) {
+  if (o_folder == nullptr) return kReport(droError_InvalidArgument, "io_pFolder == 0");
+  if (o_folder->open(path) == droError_NoError) return droError_NoError;
+  return kReport(droError_OperationFailed, "Can not get folder " + path);
+}
+
 int droOsUtility::Execute(const droString& command) { return std::system(command.c_str()); }
 
 droEError droOsUtility::ExecuteCommandLine(const droString& command, droString* io_output) {
@@ -71,14 +121,14 @@ droEError droOsUtility::ExecuteScript(const droString& folder, const droString& 
   if (io_output == nullptr) return kReport(droError_InvalidArgument, "o_pData == 0");
   const droString path = folder + Separator + "tavon.sh";
 
-  // A program that another thread starts must not keep the script open ("e"): a file open for writing does
-  // not run.
+  // A program that another thread starts must not inherit the open script ("e"): a file that is open for
+  // writing does not run.
   droOsFile file(path, "we");
   if (!file.IsValid()) return kReport(droError_OperationFailed, "Can not write tmp file " + path);
   if (std::cmp_not_equal(file.WriteText("%s", script.c_str()), script.size())) {
     return kReport(droError_OperationFailed, "Can not write all data " + script);
   }
-  // A disk may turn out to be full only now, and half a script must not run.
+  // A full disk may show only now, and half a script must not run.
   const droEError closed = file.Close();
   if (closed != droError_NoError) return closed;
   if (chmod(path.c_str(), 0755) != 0) {
@@ -91,7 +141,7 @@ droEError droOsUtility::ExecuteScript(const droString& folder, const droString& 
 long droOsUtility::GetHostID() { return gethostid(); }
 
 droString droOsUtility::GetCpuSerial() {
-  droString output;  // empty without a pipe, and that has no serial number in it
+  droString output;  // stays empty without a pipe, and then holds no serial number
   droString serial;
   AppendOutput("cat /proc/cpuinfo | grep Serial", output);
   return output.Extract(&serial, ": ", "\n", true, 0) == -1 ? "0000000000000000" : serial;
@@ -123,12 +173,13 @@ droEError droOsUtility::GetMacAddress(droArray<droString>* io_macs) {
   for (; interface.IsValid(); result = folder.GetNextFile(&interface)) {
     const droString name = interface.GetName();
     if (name == "." || name == "..") continue;
-    // Not every entry is an interface, and one can go at any time: no reason for a report.
+    // Not every entry is an interface, and one can disappear at any time, so this is not reported.
     const droString addressPath = path + name + Separator + "address";
     if (!VUtility::FileExists(addressPath)) continue;
     droString address;
-    const bool hasAddress = droOsFile(addressPath, "rb").ReadNextLine(&address);
-    if (hasAddress && address != "00:00:00:00:00:00") io_macs->push_back(address);
+    const bool hasLine = droOsFile(addressPath, "rb").ReadNextLine(&address);
+    if (!hasLine && address.empty()) continue;
+    if (address != "00:00:00:00:00:00") io_macs->push_back(address);
   }
   return result;
 }

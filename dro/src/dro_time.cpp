@@ -51,8 +51,8 @@ void droTime::GetRemainingTimeWithClock(unsigned long* o_milliseconds, EMinutesS
   const std::time_t now = GetCurrentTime();
   const int second = vlib::LocalTime(now).tm_sec;
   std::time_t target = second == 0 ? now : now + 60 - second;
-  while (vlib::LocalTime(target).tm_min % stepMinutes != 0)  // minute 0 ends it for every step
-    target += 60;
+  // Ends with minute 0 at the latest, which is a multiple of every step.
+  while (vlib::LocalTime(target).tm_min % stepMinutes != 0) target += 60;
   const auto remaining = static_cast<std::uint32_t>(target - now) * 1000U;
   *o_milliseconds = remaining != 0 ? remaining : static_cast<std::uint32_t>(stepMinutes) * 60000U;
 }

@@ -119,15 +119,22 @@ TEST_F(DroOsUdpSocket, WithoutDescriptorEverythingIsRefused) {
 }
 
 // On purpose, 0 and nothing else is no socket.
-TEST_F(DroOsUdpSocket, DescriptorZeroIsGivenBackAndAFailedOneCountsAsValid) {
+TEST_F(DroOsUdpSocket, DescriptorZeroStaysTakenSoThatTheNextResetSucceeds) {
   const int standardInput = dup(0);
-  ExpectFailure(10, "Reset", "Can not create socket", [] {
+  droOsUdpSocket socket(droOsSocketType_Udp);
+  ExpectFailure(10, "Reset", "Can not create socket", [&] {
     close(0);
-    EXPECT_FALSE(droOsUdpSocket().IsValid());
-    EXPECT_EQ(fcntl(0, F_GETFD), -1);
+    EXPECT_EQ(socket.Reset(), droError_Network);
   });
+  EXPECT_FALSE(socket.IsValid());
+  EXPECT_NE(fcntl(0, F_GETFD), -1);
+  EXPECT_EQ(socket.Reset(), droError_NoError);
+  EXPECT_TRUE(socket.IsValid());
   dup2(standardInput, 0);
   close(standardInput);
+}
+
+TEST_F(DroOsUdpSocket, AFailedDescriptorCountsAsValid) {
   const auto use = [] {
     droOsUdpSocket failed(droOsSocketType_Udp, -1);
     EXPECT_TRUE(failed.IsValid() && !failed.IsReadyToReceive(0) && !failed.SetBroadcast(true));
