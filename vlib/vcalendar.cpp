@@ -5,18 +5,19 @@
 namespace vlib {
 namespace {
 
-// Held while the zone's data is used, which the C library guards too, but out of sight of a thread sanitizer.
+// Held while the C library's data about the time zone is in use. The library has a lock of its own, which
+// thread sanitizers cannot see.
 std::mutex zoneLock;
 
-void StoreIfWanted(int* target, int value) {
-  if (target != nullptr) *target = value;
+void StoreIfWanted(int* o_target, int value) {
+  if (o_target != nullptr) *o_target = value;
 }
 
 }  // namespace
 
 std::tm LocalTime(std::time_t instant) {
   const std::scoped_lock lock(zoneLock);
-  tzset();  // the re-entrant call need not look at the time zone again, a server that runs for years must
+  tzset();  // localtime_r may never read the time zone again, but a server runs for years
   std::tm local{};
   if (localtime_r(&instant, &local) == nullptr) return {};
   return local;
@@ -28,17 +29,17 @@ std::string LocalTimeText(std::time_t instant) {
   return asctime_r(&local, text) == nullptr ? std::string() : std::string(text);
 }
 
-void StoreLocalTime(std::time_t now, int* year, int* yearDay, int* month, int* monthDay, int* weekDay,
-                    int* hour, int* minute, int* second) {
+void StoreLocalTime(std::time_t now, int* o_year, int* o_yearDay, int* o_month, int* o_monthDay,
+                    int* o_weekDay, int* o_hour, int* o_minute, int* o_second) {
   const std::tm local = LocalTime(now);
-  StoreIfWanted(year, local.tm_year + 1900);
-  StoreIfWanted(yearDay, local.tm_yday);
-  StoreIfWanted(month, local.tm_mon);
-  StoreIfWanted(monthDay, local.tm_mday);
-  StoreIfWanted(weekDay, local.tm_wday);
-  StoreIfWanted(hour, local.tm_hour);
-  StoreIfWanted(minute, local.tm_min);
-  StoreIfWanted(second, local.tm_sec);
+  StoreIfWanted(o_year, local.tm_year + 1900);
+  StoreIfWanted(o_yearDay, local.tm_yday);
+  StoreIfWanted(o_month, local.tm_mon);
+  StoreIfWanted(o_monthDay, local.tm_mday);
+  StoreIfWanted(o_weekDay, local.tm_wday);
+  StoreIfWanted(o_hour, local.tm_hour);
+  StoreIfWanted(o_minute, local.tm_min);
+  StoreIfWanted(o_second, local.tm_sec);
 }
 
 std::time_t InstantOf(int year, int month, int day, int hour, int minute, int second) {

@@ -5,13 +5,13 @@
 namespace vlib {
 namespace {
 
-// A buffer of 256 bytes keeps one for the terminator.
+// A buffer of 256 bytes has one for the terminator.
 constexpr std::size_t kLongestPiece = 255;
 
 }  // namespace
 
-// A program that another thread starts must not keep the reading end ("e"): closing it here would not end the
-// command, and waiting for it could take for ever.
+// A program that another thread starts must not inherit the reading end ("e"): closing it here would then not
+// end the command, and waiting for it could take forever.
 CommandOutput::CommandOutput(const std::string& command) : m_pipe(popen(command.c_str(), "re")) {}
 
 bool CommandOutput::ReadLine(std::string& o_line) {

@@ -7,21 +7,24 @@
 // The output of a shell command. Internal to the libraries.
 namespace vlib {
 
-// Runs a command through the shell and reads what it prints on its standard output, line by line; its
-// standard error is that of this process.
+// Runs a command through the shell and reads its standard output line by line; its standard error is that of
+// this process.
 //
-// Owns the pipe. The destructor closes it and waits for the command to end: one that still prints is ended by
-// SIGPIPE then, so that nobody waits for output that nobody wants. Nothing here logs. Several threads may run
-// commands at the same time, one thread reads one output.
+// Owns the pipe. The destructor closes it and waits for the command to end; a command that is still printing
+// is then ended by SIGPIPE, so that nobody waits for unwanted output. Errors are reported by return value
+// only. Several threads may run commands at the same time; read one output from one thread at a time. Between
+// fork and exec the new process runs no code of this one, so other threads and their locks do not matter to
+// it.
 class CommandOutput {
  public:
   explicit CommandOutput(const std::string& command);
 
-  // False when there was no descriptor left for a pipe or no process for the command; it was not run then.
+  // False when the system had no descriptor for the pipe or no process for the command, which was then not
+  // run.
   bool IsOpen() const { return m_pipe != nullptr; }
 
-  // The next line with its line feed, as fgets reads it into a buffer of 256 bytes: of a longer line the next
-  // 255 bytes. Zero bytes are bytes like any other. False, and an empty text, when the output has ended.
+  // The next line with its line feed, or the next 255 bytes of a longer one, as fgets reads it into a buffer
+  // of 256 bytes. Zero bytes count like any other. False, with an empty text, when the output has ended.
   bool ReadLine(std::string& o_line);
 
  private:

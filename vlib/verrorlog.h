@@ -20,7 +20,7 @@ enum LogLevel : unsigned int {
   LogLevel_CallBack = 8,
 };
 
-// A message headed by the place of the failure that it tells of: lines for the source file (its name without
+// A message preceded by the place of the failure: lines for the source file (its name without
 // folder and extension), the function and the line number, and then the message without a line feed at its
 // end.
 std::string MessageWithPlace(const std::string& message, const char* file, const char* function, int line);

@@ -15,7 +15,7 @@ struct FileCloser {
 
 using File = std::unique_ptr<std::FILE, FileCloser>;
 
-// An empty File when the file does not open.
+// Empty when the file does not open.
 inline File OpenFile(const char* path, const char* mode) { return File(std::fopen(path, mode)); }
 
 struct FolderCloser {
@@ -24,7 +24,7 @@ struct FolderCloser {
 
 using Folder = std::unique_ptr<DIR, FolderCloser>;
 
-// The size of an open file in bytes, which is left at its start; -1 when it cannot be told.
+// The size of an open file in bytes; -1 when it is unknown. The position is then the start of the file.
 inline off_t SizeOf(std::FILE* file) {
   if (fseeko(file, 0, SEEK_END) != 0) return -1;
   const off_t size = ftello(file);

@@ -4,12 +4,11 @@
 
 // A recursive lock: the thread that owns it may lock it again, and must unlock it as often as it locked it.
 //
-// Any thread may lock it, only its owner may unlock it. It stays where it was made, and nobody may own it or
-// wait for it when it is destroyed. Nothing here logs: the results tell, and only LockTry and UnLockTry
-// throw.
+// Any thread may lock it, but only its owner may unlock it. Do not destroy it while a thread owns it or waits
+// for it. Errors are reported by return value only, except that LockTry and UnLockTry throw.
 //
-// An error number is one of the system: 0 is success, and EPERM (1) answers an unlock by a thread that does
-// not own the lock, which then stays as it was.
+// Error numbers are those of the system: 0 is success; EPERM (1) is the result of an unlock by a thread that
+// does not own the lock, which leaves it as it was.
 class vMutex {
  public:
   vMutex() {
@@ -24,22 +23,22 @@ class vMutex {
   vMutex(const vMutex&) = delete;
   vMutex& operator=(const vMutex&) = delete;
 
-  // Waits until the lock is free; the error number.
+  // Lock() waits until the lock is free. Both return the error number.
   int Lock() { return pthread_mutex_lock(&m_mutex); }
   int UnLock() { return pthread_mutex_unlock(&m_mutex); }
 
-  // The same with true for success.
+  // The same; true on success.
   bool LockB() { return Lock() == 0; }
   bool UnLockB() { return UnLock() == 0; }
 
-  // The same, throwing the error number as an `int` when it is not 0.
+  // The same, but an error number other than 0 is thrown as an `int`.
   void LockTry() { ThrowFailure(Lock()); }
   void UnLockTry() { ThrowFailure(UnLock()); }
 
-  // Never waits: true when the lock was free, or already the caller's, and has been locked once more.
+  // Locks without waiting; false when another thread owns the lock.
   bool TryLock() { return pthread_mutex_trylock(&m_mutex) == 0; }
 
-  // For calls of the system that want the lock itself; it remains the property of this object.
+  // For system calls that need the lock itself, which still belongs to this object.
   pthread_mutex_t* GetMutexHandle() { return &m_mutex; }
 
  private:

@@ -13,9 +13,9 @@ struct MemoryFreer {
   void operator()(char* memory) const { std::free(memory); }
 };
 
-bool RemovePrefix(std::string_view& text, std::string_view prefix) {
-  if (!text.starts_with(prefix)) return false;
-  text.remove_prefix(prefix.size());
+bool RemovePrefix(std::string_view& io_text, std::string_view prefix) {
+  if (!io_text.starts_with(prefix)) return false;
+  io_text.remove_prefix(prefix.size());
   return true;
 }
 
@@ -30,7 +30,7 @@ std::string AbsolutePath(const std::string& path) {
   std::string_view rest = path;
   for (;;) {
     if (RemovePrefix(rest, "../")) {
-      folder = folder.substr(0, folder.rfind('/'));  // "/home" becomes "", and "" stays: above / is /
+      folder = folder.substr(0, folder.rfind('/'));  // "/home" becomes "", which stays: the parent of / is /
     } else if (!RemovePrefix(rest, "./")) {
       break;
     }

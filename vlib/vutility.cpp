@@ -26,7 +26,7 @@ std::string VUtility::ExtractFileName(const char* path, const char* delimiter) {
   const std::string_view sought = View(delimiter);
   if (sought.empty()) return {};
   const std::size_t found = whole.rfind(sought);
-  // One character is skipped, not the whole delimiter: callers get the rest of a longer one on purpose.
+  // One character is skipped, not the whole delimiter: callers rely on the rest of a longer one.
   return std::string(found == std::string_view::npos ? whole : whole.substr(found + 1));
 }
 

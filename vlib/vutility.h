@@ -5,41 +5,41 @@
 
 // Small functions on paths, files, folders, character sets and letter case.
 //
-// Nothing here keeps state or logs: the results tell, and the only exceptions are those of the standard and
-// UTF-8 libraries. Any thread may call anything, with two things in common to the whole process: the current
-// folder, and the locale, which must not be changed during a call that depends on it.
+// Errors are reported by return value only; the only exceptions are those of the standard and UTF-8
+// libraries. There is no state, so any thread may call anything. The current folder and the locale belong to
+// the whole process: do not change the locale during a call that depends on it.
 //
-// Most functions exist for a plain character array and for a standard string. The second forwards to the
-// first, so a string counts up to its first zero character. A null array counts as an empty text where
-// nothing else is said. Buffers (char*, wchar_t*) are allocated with new[] and belong to the caller, who
-// frees them with delete[].
+// Most functions exist for a plain character array and for a standard string. The second calls the first, so
+// that a string counts up to its first zero character. A null array counts as an empty text unless a comment
+// says otherwise. Buffers (char*, wchar_t*) are allocated with new[] and belong to the caller, who frees them
+// with delete[].
 class VUtility {
  public:
   // --- Character sets ---
 
-  // Text in the character set of the current locale to wide text and back, as a buffer: null for null, an
-  // empty text when any character cannot be converted.
+  // Text in the character set of the current locale to wide text and back, as a buffer. Null gives null; a
+  // character that cannot be converted makes the whole result empty.
   static wchar_t* StringToWideChar(const char* text);
   static wchar_t* StringToWideChar(const std::string& text) { return StringToWideChar(text.c_str()); }
   static char* WideCharToCString(const wchar_t* text);
   static char* WideCharToCString(const std::wstring& text) { return WideCharToCString(text.c_str()); }
 
-  // The same as a standard string. A null text is an empty wide string one way and throws std::logic_error
-  // the other way.
+  // The same as a standard string. A null text gives an empty wide string, but throws std::logic_error on the
+  // way back.
   static std::wstring StringToWideString(const char* text);
   static std::wstring StringToWideString(const std::string& text) { return StringToWideString(text.c_str()); }
   static std::string WideCharToString(const wchar_t* text);
   static std::string WideCharToString(const std::wstring& text) { return WideCharToString(text.c_str()); }
 
-  // UTF-8 to wide text, one wide character a code point; null gives null, and an empty string. Bytes that are
-  // not UTF-8 throw utf8::invalid_utf8 or utf8::invalid_code_point.
+  // UTF-8 to wide text, one wide character per code point. Null gives a null buffer or an empty string. Bytes
+  // that are not UTF-8 throw utf8::invalid_utf8 or utf8::invalid_code_point.
   static wchar_t* UTF8ToWideChar(const char* text);
   static wchar_t* UTF8ToWideChar(const std::string& text) { return UTF8ToWideChar(text.c_str()); }
   static std::wstring UTF8ToWideString(const char* text);
   static std::wstring UTF8ToWideString(const std::string& text) { return UTF8ToWideString(text.c_str()); }
 
-  // Wide text to UTF-8; null gives null. A character that is no code point (a surrogate, one beyond 0x10FFFF)
-  // throws utf8::invalid_code_point.
+  // Wide text to UTF-8. Null gives null. A surrogate, or a character beyond U+10FFFF, throws
+  // utf8::invalid_code_point.
   static char* WideCharToUTF8(const wchar_t* text);
   static char* WideCharToUTF8(const std::wstring& text) { return WideCharToUTF8(text.c_str()); }
 
@@ -54,8 +54,8 @@ class VUtility {
   static std::string ExtractFilePath(const std::string& path) { return ExtractFilePath(path.c_str()); }
 
   // The text that begins one character after the start of the last delimiter; the whole path when there is
-  // none, an empty text when the delimiter is empty. Of a delimiter of several characters all but the first
-  // stay in the result: intended.
+  // none, an empty text when the delimiter is empty. Callers rely on exactly one character being skipped, so
+  // the rest of a longer delimiter stays in the result.
   static std::string ExtractFileName(const char* path, const char* delimiter);
   static std::string ExtractFileName(const std::string& path, const std::string& delimiter) {
     return ExtractFileName(path.c_str(), delimiter.c_str());
@@ -63,7 +63,8 @@ class VUtility {
   static std::string ExtractFileName(const char* path) { return ExtractFileName(path, "/"); }
   static std::string ExtractFileName(const std::string& path) { return ExtractFileName(path.c_str()); }
 
-  // The text after the last "."; the whole path when there is none. A "." in a folder's name counts too.
+  // The text after the last "."; the whole path when there is none. A "." in the name of a folder counts,
+  // too.
   static std::string ExtractFileExt(const char* path) { return ExtractFileName(path, "."); }
   static std::string ExtractFileExt(const std::string& path) { return ExtractFileExt(path.c_str()); }
 
@@ -76,17 +77,17 @@ class VUtility {
   // Always empty on this platform.
   static std::string GetExeName() { return {}; }
 
-  // Empty when the path has more than 255 bytes or cannot be told.
+  // Empty when the path is unknown or has more than 255 bytes.
   static std::string GetCurrentDir();
   static bool SetCurrentDir(const char* path);
   static bool SetCurrentDir(const std::string& path) { return SetCurrentDir(path.c_str()); }
 
   // --- Files and folders: true on success ---
 
-  // True when there is something at `path` that opens for reading, which a folder does too.
+  // True when `path` opens for reading, as a folder does, too.
   static bool FileExists(const char* path);
   static bool FileExists(const std::string& path) { return FileExists(path.c_str()); }
-  // True when it is a folder that can be listed.
+  // True when `path` is a folder that can be listed.
   static bool DirectoryExists(const char* path);
   static bool DirectoryExists(const std::string& path) { return DirectoryExists(path.c_str()); }
 
@@ -94,26 +95,26 @@ class VUtility {
   static bool DelFile(const char* path);
   static bool DelFile(const std::string& path) { return DelFile(path.c_str()); }
 
-  // Copies the contents of a file. With `overwrite` false an existing target is left alone and the result is
-  // false. A copy that fails on the way leaves what was written so far. Copying a file onto itself loses it.
+  // Copies the contents of a file. With `overwrite` false, an existing target is left alone and the result is
+  // false. A copy that fails halfway leaves what was written so far. Copying a file onto itself empties it.
   static bool CpFile(const char* source, const char* target, bool overwrite);
   static bool CpFile(const std::string& source, const std::string& target, bool overwrite) {
     return CpFile(source.c_str(), target.c_str(), overwrite);
   }
 
-  // Makes one folder for its user and group only (mode 0770). The flag is not used.
+  // Makes one folder, accessible to its user and group only (mode 0770). The flag is not used.
   static bool CreateDir(const char* path, bool);
   static bool CreateDir(const std::string& path, bool flag) { return CreateDir(path.c_str(), flag); }
 
-  // Empties a folder with all that is below it, and removes it as well when `removeSelf` is set. Symbolic
-  // links are removed, not followed. The first entry that cannot be removed ends the work with false.
+  // Removes everything in a folder and below it, and with `removeSelf` the folder, too. Symbolic links are
+  // removed, not followed. Stops with false at the first entry that cannot be removed.
   static bool RemoveDir(const char* path, bool removeSelf);
   static bool RemoveDir(const std::string& path, bool removeSelf) {
     return RemoveDir(path.c_str(), removeSelf);
   }
 
-  // The entries of a folder, "." and ".." included, in the order of their names, each followed by "\n". A
-  // null or empty path is the current folder; a folder that cannot be read gives an empty text.
+  // The entries of a folder, "." and ".." included, sorted by name, each followed by "\n". A null or empty
+  // path is the current folder; a folder that cannot be read gives an empty text.
   static std::string DirList(const char* path);
   static std::string DirList(const std::string& path) { return DirList(path.c_str()); }
   // The same with "<DIR>  " before each folder and "<FILE> " before anything else.
@@ -125,14 +126,14 @@ class VUtility {
     return DirListTypeArray(path.c_str());
   }
 
-  // Appends the text as it is to a file, which is made when it is not there. False for a null argument, and
-  // when the file does not open. Whether the disk took the text is not told: logging goes on without it.
+  // Appends the text as it is to a file, which is created if need be. False for a null argument and when the
+  // file does not open. A full disk is not reported: a program must not fail because its log does.
   static bool LogFile(const char* path, const char* text);
   static bool LogFile(const std::string& path, const std::string& text) {
     return LogFile(path.c_str(), text.c_str());
   }
 
-  // --- What this platform does not have: the two do nothing ---
+  // --- Not available on this platform: a call does nothing ---
 
   static void MsgBox(const char* /*title*/, const char* /*text*/) {}
   static void MsgBox(const std::string& /*title*/, const std::string& /*text*/) {}
@@ -144,7 +145,8 @@ class VUtility {
   static std::string TrimString(const char* text);
   static std::string TrimString(const std::string& text) { return TrimString(text.c_str()); }
 
-  // Letter case by the rules of the current locale: arrays are changed in place, strings give a changed copy.
+  // Change letter case by the rules of the current locale: arrays in place, strings in a copy that is
+  // returned.
   static void ToLowerCase(char* io_text);
   static void ToLowerCase(wchar_t* io_text);
   static void ToUpperCase(char* io_text);

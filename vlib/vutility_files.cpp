@@ -18,10 +18,10 @@ namespace {
 
 constexpr off_t kCopyBlock = 98304;
 
-// Where the file system does not tell the type of its entries, all count as files.
+// Where the file system does not report the type of its entries, all count as files.
 bool IsFolder(const dirent& entry) { return entry.d_type == DT_DIR; }
 
-// The entries of a folder in the order of their names, freed with it. None when it cannot be read.
+// The entries of a folder, sorted by name, which it owns. None when the folder cannot be read.
 class SortedEntries {
  public:
   explicit SortedEntries(const char* path) : m_count(scandir(path, &m_entries, nullptr, alphasort)) {}
@@ -78,7 +78,7 @@ bool VUtility::CpFile(const char* source, const char* target, bool overwrite) {
     if (std::fwrite(block.get(), 1, count, to.get()) != count) return false;
     remaining -= length;
   }
-  // What the stream still holds is written at its closing: only then is it known that all was taken.
+  // Closing writes what the stream still holds; only then is it known that everything was written.
   return std::fclose(to.release()) == 0;
 }
 

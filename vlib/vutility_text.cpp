@@ -14,7 +14,8 @@
 
 namespace {
 
-// Converts with mbstowcs or wcstombs. The buffer is zero before, so that the text ends whatever is written.
+// Converts with mbstowcs or wcstombs. The buffer is zero before, so that the text is terminated whatever is
+// written.
 template <class Target, class Source>
 Target* ConvertInLocale(const Source* text, std::size_t (*convert)(Target*, const Source*, std::size_t)) {
   if (text == nullptr) return nullptr;
@@ -59,7 +60,7 @@ std::wstring VUtility::StringToWideString(const char* text) { return TakeText(St
 
 std::string VUtility::WideCharToString(const wchar_t* text) {
   const std::unique_ptr<char[]> narrow(WideCharToCString(text));
-  return narrow.get();  // a null text is refused here, by the string's own constructor
+  return narrow.get();  // the string's own constructor rejects null
 }
 
 wchar_t* VUtility::UTF8ToWideChar(const char* text) {
