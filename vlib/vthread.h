@@ -25,7 +25,7 @@
 // though the object says otherwise: stopping or destroying it there waits forever. Such a child must exec or
 // _exit.
 //
-// Errors are reported by return value only.
+// Errors are reported by return value only, except that constructors throw std::bad_alloc without memory.
 class VThread {
  public:
   using Work = void (*)(VThread* thread, void* argument);
