@@ -12,6 +12,7 @@
 // start-up, before other threads report.
 namespace dro {
 
+// The codes of failures.
 enum droEError : std::int32_t {
   droError_NoError = 0,  // an information notice
   droError_Warning = 1,
@@ -41,6 +42,7 @@ class droError {
   // "Warning : " (code 1).
   droError(const droEError& code, const droString& message);
 
+  // What the record holds.
   droEError GetError() const { return m_code; }
   droString GetDescription() const { return m_description; }
 
@@ -100,6 +102,7 @@ class droReporter {
   // `source` is the file's name without folder and extension.
   constexpr explicit droReporter(const char* source) : m_source(source) {}
 
+  // Reports a failure.
   droEError operator()(droEError code, const droString& message, int line = __builtin_LINE(),
                        const char* function = __builtin_FUNCTION()) const;
 

@@ -33,6 +33,7 @@ class droOsFile {
   // refuses to close when all has been written is gone.
   droEError Close();
 
+  // True when a file is open.
   bool IsValid() const { return m_file != nullptr; }
 
   // The stream, null when closed. It still belongs to the object: never close it.

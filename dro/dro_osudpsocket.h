@@ -19,6 +19,7 @@ class droIOsUdpSocket {
  public:
   virtual ~droIOsUdpSocket() = default;
 
+  // See droOsUdpSocket.
   virtual droEOsSocketType GetType() const = 0;
   virtual bool IsValid() const = 0;
   virtual bool IsReadyToReceive(unsigned int milliseconds) const = 0;
@@ -68,6 +69,7 @@ class droOsUdpSocket : public droIOsUdpSocket {
   // succeeds.
   droEError Reset();
 
+  // The type given to the constructor.
   droEOsSocketType GetType() const override { return m_type; }
 
   // True unless the descriptor is 0. A descriptor of -1, which a failed attempt to open one leaves, counts as

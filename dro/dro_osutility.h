@@ -24,8 +24,10 @@ class droOsUtility {
   class FolderFile {
    public:
     FolderFile() = default;
+    // What a folder gives.
     FolderFile(const droString& name, bool isDirectory) : m_name(name), m_isDirectory(isDirectory) {}
 
+    // True when there is an entry.
     bool IsValid() const { return !m_name.empty(); }
     // False for a symbolic link to a directory, and where the file system does not tell the type of its
     // entries.
@@ -46,6 +48,7 @@ class droOsUtility {
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
 
+    // True when a folder is open.
     bool IsValid() const { return m_stream != nullptr; }
 
     // Closes the folder that is open and opens another one. When closing fails, no new one is opened.
@@ -70,6 +73,7 @@ class droOsUtility {
 
   // --- Files and folders ---
 
+  // Removes a file.
   static droEError FileDelete(const char* path);
 
   // True when the file opens for reading; otherwise that is reported, as droOsFile::Open does.

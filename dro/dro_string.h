@@ -9,9 +9,10 @@
 
 namespace dro {
 
-// The list and the map of the OS library.
+// The list of the OS library.
 template <class T>
 using droArray = std::deque<T>;
+// The map of the OS library.
 template <class Key, class Value>
 using droMap = std::map<Key, Value>;
 
@@ -24,9 +25,11 @@ class droString : public VStringBase<droString> {
  public:
   droString() = default;
   constexpr droString(const char* text) : VStringBase(text) {}  // `text` must not be null
+  // From a standard string.
   droString(const std::string& text) : VStringBase(text) {}
   droString(std::string&& text) noexcept : VStringBase(std::move(text)) {}
 
+  // Makes the text empty.
   droString& Clear();
 
   // Remove `count` characters at one end, or the one at `position`. More characters than there are, or a
@@ -40,7 +43,9 @@ class droString : public VStringBase<droString> {
   // at the end.
   droString& SetShrink(const droString& characters, bool left);
 
+  // How often a character occurs.
   std::size_t GetCharacterCount(char character) const;
+  // True for the digits of hexadecimal numbers (either case), and of decimal numbers.
   static bool IsHexChar(char character);
   static bool IsDigit(char character);
 
@@ -64,6 +69,7 @@ class droString : public VStringBase<droString> {
   static std::int32_t AsLong(const droString& text, int base);
   static std::int32_t AsInt(const droString& text, int base);
 
+  // Decimal text of a number of 64 bits.
   static droString FromLongLong(long long value);
 
   // UTF-8 to wide text, one wide character per code point, and back. Invalid text throws the utf8::exception

@@ -13,15 +13,16 @@ namespace dro {
 // Calendar times are local. An output pointer may be null when its value is not wanted.
 class droTime {
  public:
+  // A date and time in parts.
   struct droDateTime {
     std::int32_t year = 0;       // full, such as 2014
     std::int32_t dayOfYear = 0;  // 1 to 366
     std::int32_t month = 0;      // 1 to 12
     std::int32_t day = 0;        // 1 to 31
     std::int32_t dayOfWeek = 0;  // 1 to 7, Sunday is 1
-    std::int32_t hour = 0;
-    std::int32_t minute = 0;
-    std::int32_t second = 0;  // 60 in a leap second
+    std::int32_t hour = 0;       // 0 to 23
+    std::int32_t minute = 0;     // 0 to 59
+    std::int32_t second = 0;     // 60 in a leap second
   };
 
   // The step of a clock in minutes. Other numbers may be used as well.

@@ -13,10 +13,12 @@ namespace dro {
 class droValue {
  public:
   droValue() = default;  // holds nothing
+  // Holds a value of that kind.
   droValue(std::int32_t number) : m_value(number) {}
   droValue(double number) : m_value(number) {}
   droValue(droString text) : m_value(std::move(text)) {}
 
+  // True while it holds nothing.
   bool IsEmpty() const { return std::holds_alternative<std::monostate>(m_value); }
 
   // The value held, or null when it is of another kind; nothing is converted. The pointer is valid until the

@@ -8,6 +8,7 @@ namespace tavon {
 class tavIApplication {
  public:
   virtual ~tavIApplication() = default;
+  // The path of its file, its name, a banner that tells what it is, and its version.
   virtual tavString GetFullPath() const = 0;
   virtual tavString GetName() const = 0;
   virtual tavString GetInfo() const = 0;
@@ -30,6 +31,7 @@ class tavApplication : public tavIApplication {
   unsigned int Init(int argc, char** argv) override;
 
  protected:
+  // See GetFullPath.
   tavString FullPath;
 };
 

@@ -8,6 +8,7 @@ namespace tavon {
 template <class Self>
 class tavByteParameter : public tavConcreteParameter<Self, 1> {
  public:
+  // The byte.
   unsigned char GetValue() const {
     const tavSMutex lock(&this->m_lock);
     return this->m_value[0];

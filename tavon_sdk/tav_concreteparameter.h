@@ -10,6 +10,7 @@ namespace tavon {
 
 // The published lines of the records that every type writes; see tavReporter.
 struct tavPublishedLines {
+  // Each for the operation of that name.
   int setDataFromString;
   int setDataValue;
   int getDataValue;
@@ -75,6 +76,7 @@ class tavConcreteParameter : public tavTParameter<N> {
   }
 
  protected:
+  // For SetDataFromString: reports a parameter of another type.
   static tavEError ReportOtherType() {
     return Self::Report(tavError_InvalidArgument, std::string("pPrm != tavObject_") + Self::TypeName,
                         LineOf(&tavPublishedLines::setDataFromString), "SetDataFromString");

@@ -11,6 +11,7 @@
 // report; there is no lock, so records of several threads may interleave.
 namespace tavon {
 
+// The codes of failures.
 enum tavEError : std::uint32_t {
   tavError_NoError = 0,  // also the code of a mere notice
   tavError_OperationFailed = 1,
@@ -42,6 +43,7 @@ class tavError {
   // Message : " when the code is 0), then the message and a line feed.
   tavError(const tavEError& code, const tavString& message);
 
+  // What the record holds.
   tavEError GetError() const { return m_code; }
   tavString GetDescription() const { return m_description; }
 

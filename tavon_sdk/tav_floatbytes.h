@@ -9,11 +9,13 @@ namespace tavon {
 // Bytes of a number.
 constexpr unsigned int kFloatSize = 4;
 
+// Writes the bytes of a number.
 inline void StoreFloat(float value, unsigned char* target) {
   const auto bits = std::bit_cast<std::uint32_t>(value);
   for (unsigned int i = 0; i < kFloatSize; ++i) target[i] = static_cast<unsigned char>(bits >> (8 * i));
 }
 
+// Reads the bytes of a number.
 inline float LoadFloat(const unsigned char* source) {
   std::uint32_t bits = 0;
   for (unsigned int i = kFloatSize; i-- > 0;) bits = bits << 8 | source[i];

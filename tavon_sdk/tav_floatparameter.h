@@ -11,6 +11,7 @@ namespace tavon {
 template <class Self>
 class tavFloatParameter : public tavConcreteParameter<Self, kFloatSize> {
  public:
+  // The number.
   float GetValue() const {
     const tavSMutex lock(&this->m_lock);
     return LoadFloat(this->m_value.data());

@@ -32,6 +32,7 @@ enum tavEObject : std::int32_t {
 class tavIObject {
  public:
   virtual ~tavIObject() = default;
+  // See tavObject.
   virtual tavEObject GetType() const = 0;
   virtual const char* GetTypeName() const = 0;
   virtual void SetUniqueID(const unsigned int& id) = 0;
@@ -70,6 +71,7 @@ class tavObject : public tavIObject {
   tavObject(const tavObject&) = delete;
   tavObject& operator=(const tavObject&) = delete;
 
+  // What the object is.
   tavEObject GetType() const override { return tavObject_Object; }
   const char* GetTypeName() const override { return "Object"; }
 
@@ -99,6 +101,7 @@ class tavObject : public tavIObject {
   void RemoveFlags(unsigned char mask) override;
   bool HasFlags(unsigned char mask) const override;
 
+  // IsValid is true for every object; IsObject tells whether it is of that type.
   bool IsValid() const override;
   bool IsObject(tavEObject type) const override { return GetType() == type; }
 
@@ -116,9 +119,11 @@ class tavObject : public tavIObject {
   // The flags as an XML element of eight digits, bit 7 first.
   tavString SerializeParametersAsXml() const override;
 
+  // Hook: called without the lock when a dirty object has been made clean.
   void OnDirty() override {}
 
  protected:
+  // Guards all of the object and of the layers above it.
   mutable vMutex m_lock;
 
  private:

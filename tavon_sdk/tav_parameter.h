@@ -38,6 +38,7 @@ enum tavECodeOperator : std::int32_t {
 class tavIParameterBase {
  public:
   virtual ~tavIParameterBase() = default;
+  // See tavIParameter.
   virtual tavEError SetDataFromString(const tavString& text) = 0;
   virtual void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) = 0;
   virtual unsigned int GetDataSize() const = 0;
@@ -53,6 +54,7 @@ class tavIParameterBase {
 // parameter sets another the order of locks is driver, then target, so links must not form a ring.
 class tavIParameter : public tavObject, public tavIParameterBase {
  public:
+  // A parameter names its own type.
   tavEObject GetType() const override = 0;
   const char* GetTypeName() const override = 0;
 
@@ -110,6 +112,7 @@ class tavIParameter : public tavObject, public tavIParameterBase {
   virtual bool Comparison(const tavECodeOperator& op, const unsigned char* data,
                           const unsigned int& size) const = 0;
 
+  // The value as text, in the syntax of SetDataFromString.
   tavString ValueToString() const override = 0;
 
   // The parameter that this one drives; null for none. It is not owned and must outlive the link.

@@ -23,6 +23,7 @@ class tavParameterAlert : public tavOnOffParameter<tavParameterAlert> {
   void IsInverted(bool inverted);
   bool IsInverted() const;
 
+  // How grave the alert is.
   void SetSeverity(tavESeverity severity);
   tavESeverity GetSeverity() const;
 

@@ -11,6 +11,7 @@ class tavParameterByte : public tavByteParameter<tavParameterByte> {
   static constexpr const char* TypeName = "ParameterByte";
   static constexpr tavReporter Report{"tav_parameterbyte"};
 
+  // Any number.
   void SetValue(unsigned char value) { SetByte(value); }
 
   // Writes one byte: the low 8 bits of the number in the text. An empty text writes nothing, a null buffer is

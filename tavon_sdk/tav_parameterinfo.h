@@ -18,6 +18,7 @@ class tavParameterInfo : public tavTextParameter<tavParameterInfo> {
 
   // Sets the text itself; an empty one does nothing. See tavConcreteParameter.
   using tavTextParameter::SetDataFromString;
+  // The same for a parameter known by its interface.
   static tavEError SetDataFromString(tavIParameter* pPrm, const tavString& text);
 
   // Order is that of the lengths, with `size` as the operand's; its bytes are not read: intended. Equality is

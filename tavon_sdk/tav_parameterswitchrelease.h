@@ -34,6 +34,7 @@ class tavParameterSwitchRelease : public tavOnOffParameter<tavParameterSwitchRel
   void SetSafeTime(const unsigned int& ms);
   unsigned int GetSafeTime() const;
 
+  // Whether 1 is the rest value and 0 the active one.
   void IsInverted(bool inverted);
   bool IsInverted() const;
 

@@ -11,6 +11,7 @@ class tavParameterThermo : public tavFloatParameter<tavParameterThermo> {
   static constexpr const char* TypeName = "ParameterThermo";
   static constexpr tavReporter Report{"tav_parameterthermo"};
 
+  // Any number.
   void SetValue(float value) { SetFloat(value); }
 
   // Writes four bytes: the number in the text, little-endian single precision, any value. An empty text

@@ -26,6 +26,7 @@ class tavParameterThermoChronoWeek : public tavConcreteParameter<tavParameterThe
   static constexpr tavPublishedLines Lines{
       .setDataFromString = 72, .setDataValue = 98, .getDataValue = 102, .comparison = 211};
 
+  // A day of the week, for GetDay.
   enum EDays : std::int32_t {
     Days_Monday = 2,
     Days_Tuesday = 4,

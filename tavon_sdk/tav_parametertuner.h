@@ -11,6 +11,7 @@ class tavParameterTuner : public tavFloatParameter<tavParameterTuner> {
   static constexpr const char* TypeName = "ParameterTuner";
   static constexpr tavReporter Report{"tav_parametertuner"};
 
+  // Any number.
   void SetValue(float value) { SetFloat(value); }
 
   // Writes four bytes: the number in the text, little-endian single precision, any value. An empty text

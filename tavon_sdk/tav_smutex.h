@@ -10,6 +10,7 @@ namespace tavon {
 // scope. The mutex must outlive it.
 class tavSMutex {
  public:
+  // Waits until the mutex is free, and locks it.
   explicit tavSMutex(vMutex* mutex) : m_mutex(mutex) { m_mutex->Lock(); }
   ~tavSMutex() {
     if (m_mutex != nullptr) m_mutex->UnLock();

@@ -16,6 +16,7 @@ class tavWString : public std::wstring {
  public:
   using std::wstring::wstring;
   tavWString() = default;
+  // From a standard wide string.
   tavWString(const std::wstring& text) : std::wstring(text) {}
 };
 
@@ -24,6 +25,7 @@ class tavWString : public std::wstring {
 class tavString : public VStringBase<tavString> {
  public:
   tavString() = default;
+  // From other texts; a null pointer is not allowed.
   constexpr tavString(const char* text) : VStringBase(text) {}
   tavString(const std::string& text) : VStringBase(text) {}
   tavString(std::string&& text) noexcept : VStringBase(std::move(text)) {}

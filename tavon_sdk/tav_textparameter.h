@@ -12,10 +12,12 @@ class tavTextParameter : public tavConcreteParameter<Self, 1> {
   // None: the value travels as the text itself, whatever its length.
   static constexpr std::size_t ValueSize = 0;
 
+  // The characters, with a terminating zero.
   const unsigned char* GetData() const override {
     return reinterpret_cast<const unsigned char*>(m_text.c_str());
   }
 
+  // Bytes of the text and its terminating zero.
   unsigned int GetDataSize() const override {
     const tavSMutex lock(&this->m_lock);
     return static_cast<unsigned int>(m_text.size()) + 1;
@@ -39,6 +41,7 @@ class tavTextParameter : public tavConcreteParameter<Self, 1> {
     ReplaceText(m_text, std::string(reinterpret_cast<const char*>(data), size));
   }
 
+  // The text.
   tavString ValueToString() const override { return CopyText(); }
 
  protected:
@@ -56,6 +59,7 @@ class tavTextParameter : public tavConcreteParameter<Self, 1> {
     stored = text;
   }
 
+  // The value.
   tavString m_text;
 };
 

@@ -15,6 +15,7 @@ class LinkWithParameterData {
   LinkWithParameterData(tavECodeOperator op, const unsigned char* driverData, unsigned int driverSize,
                         const unsigned char* drivenData, unsigned int drivenSize);
 
+  // 0, or the code of what was reported.
   tavEError GetError() const { return m_error; }
 
   // True when the rule holds for the current value of `driver`.
@@ -69,6 +70,7 @@ class tavTParameter : public tavIParameter {
   const unsigned char* GetData() const override { return m_value.data(); }
 
  protected:
+  // The value.
   std::array<unsigned char, N> m_value{};
 
  private:

@@ -24,8 +24,10 @@ class VStringBase : public std::string {
   // The position of what was not found.
   using std::string::npos;
 
+  // Bytes of the text.
   std::size_t GetLength() const { return size(); }
 
+  // Letter case and order of the bytes.
   Text& SetLowCase() {
     vlib::MakeLowerCase(*this);
     return Self();
@@ -38,6 +40,7 @@ class VStringBase : public std::string {
     std::reverse(begin(), end());
     return Self();
   }
+  // Copies with another letter case or order.
   Text GetLowCase() const { return Copy().SetLowCase(); }
   Text GetUpCase() const { return Copy().SetUpCase(); }
   Text GetReverse() const { return Copy().SetReverse(); }
@@ -99,7 +102,8 @@ class VStringBase : public std::string {
   static std::uint32_t AsULong(const Text& text, int base) {
     return vlib::ReadUnsigned32(text.c_str(), base);
   }
-  // A real number as the "C" locale writes it ("21.5"), whatever locale the process has set.
+  // The real number at the start of a text, 0 when there is none, as the "C" locale writes it ("21.5"),
+  // whatever locale the process has set.
   static double AsDouble(const Text& text) { return vlib::ReadReal(text.c_str()); }
 
   // Decimal text of the low 32 bits of a number: `long` has 32 bits in this system.
@@ -115,6 +119,7 @@ class VStringBase : public std::string {
 
  protected:
   VStringBase() = default;
+  // From other texts; for the classes that derive from this one.
   constexpr VStringBase(const char* text) : std::string(text) {}
   VStringBase(const std::string& text) : std::string(text) {}
   VStringBase(std::string&& text) noexcept : std::string(std::move(text)) {}

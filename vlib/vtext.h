@@ -13,9 +13,11 @@
 // anything.
 namespace vlib {
 
+// Letter case of ASCII.
 constexpr char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 constexpr char UpperCase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
+// The same for a whole text.
 void MakeLowerCase(std::string& io_text);
 void MakeUpperCase(std::string& io_text);
 

@@ -28,6 +28,7 @@
 // Errors are reported by return value only, except that constructors throw std::bad_alloc without memory.
 class VThread {
  public:
+  // The work function: gets its thread and the argument given with it.
   using Work = void (*)(VThread* thread, void* argument);
 
   // Pause the calling thread for seconds, milliseconds or microseconds, of which the low 32 bits count. A

@@ -135,8 +135,10 @@ class VUtility {
 
   // --- Not available on this platform: a call does nothing ---
 
+  // Does nothing.
   static void MsgBox(const char* /*title*/, const char* /*text*/) {}
   static void MsgBox(const std::string& /*title*/, const std::string& /*text*/) {}
+  // Always empty.
   static std::string CurrentTimeString() { return {}; }
 
   // --- Strings ---
