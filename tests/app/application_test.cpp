@@ -4,14 +4,26 @@
 
 #include <filesystem>
 
-struct TestedApplication : Application {
-  // What Init makes of the arguments.
-  std::string InitWith(std::vector<std::string> arguments) {
+#include "expect_report.h"
+
+namespace {
+
+// An application whose fields can be looked at.
+class TestedApplication : public Application {
+ public:
+  using Application::Address;
+  using Application::Id;
+  using Application::Password;
+  using Application::Port;
+  using Application::Type;
+  using Application::User;
+  using Application::Value;
+
+  // Init with the path of the program and its options.
+  unsigned int Start(std::vector<std::string> arguments) {
     std::vector<char*> argv;
     for (std::string& argument : arguments) argv.push_back(argument.data());
-    EXPECT_EQ(Init(static_cast<int>(argv.size()), argv.data()) + Term(), 0U);
-    const std::string numbers = std::to_string(Id) + "," + std::to_string(Port) + ",";
-    return numbers + Value + "," + Type + "," + User + "," + Password + "," + Address;
+    return Init(static_cast<int>(argv.size()), argv.data());
   }
 };
 
@@ -23,26 +35,93 @@ TEST(Application, DescribesItself) {
                                     "Description --- : Event dispatcher for ura system\n(.* : .*\n)+"));
 }
 
-TEST(Application, FillsWhatIsNotGivenAndTakesWhateverFollowsAnOption) {
+TEST(Application, FillsInWhatIsNotGiven) {
   TestedApplication application;
-  EXPECT_EQ(application.InitWith({"ura_event", "-id", "4294967297", "-val", "v", "-type", "t"}),
-            "4294967295,16548,v,t,__ura_event__,kalnor357,localhost");  // numbers stop at 32 bits
-  EXPECT_EQ(
-      application.InitWith({"ura_event", "-AP", "3000000000", "-a", "-u", "-id", "-val", "5", "-type", "-p"}),
-      "0,2147483647,5,-p,-id,,-u");  // a password that is present, with nothing behind it, is empty
+  ASSERT_EQ(application.Start({"ura_event", "-id", "7", "-val", "v", "-type", "t"}), 0U);
+  EXPECT_EQ(application.User, "__ura_event__");
+  EXPECT_EQ(application.Password, "kalnor357");
+  EXPECT_EQ(application.Address, "localhost");
+  EXPECT_EQ(application.Port, 16548);
 }
 
-TEST(Application, ResolvesTheProgramsPath) {
-  const std::string before = std::filesystem::current_path();
-  const std::tuple<const char*, const char*, const char*> cases[] = {{"/usr/lib", "./../bin/x", "/usr/bin/x"},
-                                                                     {"/usr", "bin/x", "bin/x"},
-                                                                     {"/", "./x", "/x"},
-                                                                     {"/usr", "../../x", "/x"}};
+TEST(Application, KeepsWhatIsGivenInAnyLetterCase) {
   TestedApplication application;
-  for (const auto& [folder, path, expected] : cases) {
-    std::filesystem::current_path(folder);
-    application.InitWith({path, "-id", "1", "-val", "1", "-type", "t"});
-    EXPECT_EQ(application.GetFullPath(), expected) << "there is nothing above the root";
-  }
-  std::filesystem::current_path(before);
+  ASSERT_EQ(application.Start({"ura_event", "-ID", "7", "-Val", "v", "-TYPE", "t", "-U", "u", "-P", "p", "-A",
+                               "a", "-AP", "8"}),
+            0U);
+  EXPECT_EQ(application.Id, 7U);
+  EXPECT_EQ(application.Value, "v");
+  EXPECT_EQ(application.Type, "t");
+  EXPECT_EQ(application.User, "u");
+  EXPECT_EQ(application.Password, "p");
+  EXPECT_EQ(application.Address, "a");
+  EXPECT_EQ(application.Port, 8);
 }
+
+TEST(Application, ReadsNumbersUpToTheLimitsOf32Bits) {
+  TestedApplication application;
+  ASSERT_EQ(
+      application.Start({"ura_event", "-id", "4294967297", "-ap", "3000000000", "-val", "v", "-type", "t"}),
+      0U);
+  EXPECT_EQ(application.Id, 4294967295U);
+  EXPECT_EQ(application.Port, 2147483647);
+}
+
+TEST(Application, TakesWhateverFollowsAnOptionAsItsValue) {
+  TestedApplication application;
+  ASSERT_EQ(application.Start({"ura_event", "-id", "-val", "5", "-type", "-p"}), 0U);
+  EXPECT_EQ(application.Id, 0U);  // what "-val" is as a number
+  EXPECT_EQ(application.Value, "5");
+  EXPECT_EQ(application.Type, "-p");
+  EXPECT_EQ(application.Password, "") << "present, with nothing behind it";
+}
+
+// On purpose: only the type is cleared before its option is looked for.
+TEST(Application, KeepsItsValueWhenItIsUsedAgainWithoutOne) {
+  TestedApplication application;
+  ASSERT_EQ(application.Start({"ura_event", "-id", "1", "-val", "v", "-type", "t"}), 0U);
+  ExpectReport({.code = 6, .source = "Application", .function = "Init", .message = "-val must be specified."},
+               6U, [&] {
+                 return application.Start({"ura_event", "-id", "1", "-type", "t"});
+               });
+  EXPECT_EQ(application.Value, "v");
+}
+
+TEST(Application, LosesItsTypeWhenItIsUsedAgainWithoutOne) {
+  TestedApplication application;
+  ASSERT_EQ(application.Start({"ura_event", "-id", "1", "-val", "v", "-type", "t"}), 0U);
+  ExpectReport(
+      {.code = 6, .source = "Application", .function = "Init", .message = "-type must be specified."}, 6U,
+      [&] {
+        return application.Start({"ura_event", "-id", "1", "-val", "v"});
+      });
+  EXPECT_EQ(application.Type, "");
+}
+
+struct PathCase {
+  const char* name;
+  const char* folder;  // the current one
+  const char* argument;
+  const char* fullPath;
+};
+void PrintTo(const PathCase& path, std::ostream* o_stream) { *o_stream << path.name; }
+
+class ProgramPath : public testing::TestWithParam<PathCase> {
+  void SetUp() override { std::filesystem::current_path(GetParam().folder); }
+  void TearDown() override { std::filesystem::current_path(m_before); }
+  const std::filesystem::path m_before = std::filesystem::current_path();
+};
+TEST_P(ProgramPath, IsMadeAbsolute) {
+  TestedApplication application;
+  ASSERT_EQ(application.Start({GetParam().argument, "-id", "1", "-val", "v", "-type", "t"}), 0U);
+  EXPECT_EQ(application.GetFullPath(), GetParam().fullPath);
+}
+INSTANTIATE_TEST_SUITE_P(Arguments, ProgramPath,
+                         testing::Values(PathCase{"Beside", "/usr/lib", "./../bin/x", "/usr/bin/x"},
+                                         PathCase{"InTheRoot", "/", "./x", "/x"},
+                                         PathCase{"AboveTheRoot", "/usr", "../../x",
+                                                  "/x"},  // there is nothing above it
+                                         PathCase{"FoundOnTheSearchPath", "/usr", "bin/x", "bin/x"}),
+                         [](const auto& instance) { return instance.param.name; });
+
+}  // namespace

@@ -2,107 +2,172 @@
 
 #include <ctime>
 
+#include "expect_report.h"
 #include "loopback_receiver.h"
 #include "program_run.h"
-#include "tav_error.h"
 #include "temporary_folder.h"
 
-using namespace tavon;
 using std::string_literals::operator""s;
-using testing::HasSubstr;
 
 namespace {
 
-// What a run prints, and its exit status in brackets. The arguments are as they are typed.
-std::string UraEvent(const std::string& arguments) {
-  ProgramRun run(URA_EVENT " " + arguments);
-  const std::string printed = run.Output();
-  return printed + "[" + std::to_string(run.Status()) + "]";
-}
+// A run of ura_event with arguments as they are typed, from its start to its end.
+struct UraEvent {
+  explicit UraEvent(const std::string& arguments) : UraEvent(ProgramRun(URA_EVENT " " + arguments)) {}
 
-std::string Record(int code, const char* message, const char* function, int line,
-                   const char* file = "Application") {
-  return tavBuildErrorLocation(static_cast<tavEError>(code), message, file, function, line).GetDescription();
-}
+  const std::string printed;
+  const int status;
+
+ private:
+  explicit UraEvent(ProgramRun run) : printed(run.Output()), status(run.Status()) {}
+};
 
 std::string ThisYear(int offset) {
   const std::time_t now = std::time(nullptr);
   return std::to_string(std::localtime(&now)->tm_year + 1900 + offset);
 }
 
-TEST(UraEventEventPort, SendsEvents) {
-  const std::string info = "-id 1 -type ParameterInfo -val ", camera = "-id 1 -type ParameterCamera -val ";
-  const std::string schedule = "-type ParameterThermoChronoWeek -id 1 -val ";
-  const std::pair<std::string, std::string> cases[] = {
-      {"-id 42 -val 1 -type ParameterSwitch", "\x2A\0\0\0\1\1"s},
-      {"-TYPE parameterrgb -VAL 0xFF0000 -ID 305419896", "\x78\x56\x34\x12\4\xFF\0\0\0"s},
-      {"-id 4294967296 -val 3000000000 -type ParameterByte", "\xFF\xFF\xFF\xFF\1\xFF"},
-      {"-id -val 5 -type ParameterByte", "\0\0\0\0\1\5"s},
-      {"-id 1 -val 0 -type ParameterSlider -ap 9999 -a 192.0.2.1 -y " + ThisYear(0), "\1\0\0\0\4\0\0\0\0"s},
-      {schedule + "3", "\1\0\0\0\1\3"s},
-      {schedule + "3,", "\1\0\0\0\xA1\3"s + std::string(160, '\0')},  // cut to 673 modulo 256 bytes
-      {info + std::string(255, 'i'), "\1\0\0\0\xFF"s + std::string(255, 'i')},
-      {info + std::string(256, 'i'), "\1\0\0\0\0"s},
-      {camera + std::string(100300, 'c'), "\1\0\0\0\xCC"s + std::string(204, 'c')},
-  };
-  EXPECT_EQ(UraEvent(cases[0].first), "[0]") << "nobody listens";
+constexpr auto kName = [](const auto& instance) { return instance.param.name; };
+
+struct EventCase {
+  const char* name;
+  std::string arguments;
+  std::string datagram;
+};
+void PrintTo(const EventCase& event, std::ostream* o_stream) { *o_stream << event.name; }
+
+class UraEventToEventPort : public testing::TestWithParam<EventCase> {};
+TEST_P(UraEventToEventPort, SendsOneDatagram) {
   const LoopbackReceiver server(LoopbackReceiver::kEventPort);
-  for (const auto& [arguments, datagram] : cases) {
-    EXPECT_EQ(UraEvent(arguments), "[0]") << arguments;
-    EXPECT_EQ(server.Receive(), datagram);
-  }
-  EXPECT_FALSE(server.HasDatagram(0)) << "one event, one datagram";
+  const UraEvent run(GetParam().arguments);
+  EXPECT_EQ(run.printed, "");
+  EXPECT_EQ(run.status, 0);
+  EXPECT_EQ(server.Receive(), GetParam().datagram);
+  EXPECT_FALSE(server.HasDatagram(0));
+}
+INSTANTIATE_TEST_SUITE_P(
+    Events, UraEventToEventPort,
+    testing::Values(
+        EventCase{"Switch", "-id 305419896 -val 1 -type ParameterSwitch", "\x78\x56\x34\x12\1\1"},
+        EventCase{"ColourByItsAlias", "-TYPE parameterrgb -VAL 0xFF0000 -ID 1", "\1\0\0\0\4\xFF\0\0\0"s},
+        // The server's address may be given, and does not count.
+        EventCase{"OtherServer", "-id 1 -val 1 -type ParameterByte -ap 9999 -a 192.0.2.1", "\1\0\0\0\1\1"s},
+        EventCase{"ThisYear", "-id 1 -val 1 -type ParameterByte -y " + ThisYear(0), "\1\0\0\0\1\1"s},
+        // A schedule without set-points is switched on or off; one with them is cut to 673 modulo 256 bytes.
+        EventCase{"ScheduleSwitch", "-id 1 -val 3 -type ParameterThermoChronoWeek", "\1\0\0\0\1\3"s},
+        EventCase{"Schedule", "-id 1 -val 3, -type ParameterThermoChronoWeek",
+                  "\1\0\0\0\xA1\3"s + std::string(160, '\0')},
+        EventCase{"LongestWholeText", "-id 1 -type ParameterInfo -val " + std::string(255, 'i'),
+                  "\1\0\0\0\xFF"s + std::string(255, 'i')},
+        EventCase{"TextThatIsCutToNothing", "-id 1 -type ParameterInfo -val " + std::string(256, 'i'),
+                  "\1\0\0\0\0"s},
+        EventCase{"HugeText", "-id 1 -type ParameterCamera -val " + std::string(100300, 'c'),
+                  "\1\0\0\0\xCC"s + std::string(204, 'c')}),
+    kName);
+
+TEST(UraEventWithoutServerEventPort, Succeeds) {
+  const UraEvent run("-id 42 -val 1 -type ParameterSwitch");
+  EXPECT_EQ(run.printed, "");
+  EXPECT_EQ(run.status, 0);
 }
 
-TEST(UraEventEventPort, SendsNothingAfterAnError) {
-  const std::pair<std::string, std::string> cases[] = {
-      {"", Record(6, "-id must be specified.", "Init", 113)},
-      {"-id", Record(6, "-val must be specified.", "Init", 117)},
-      {"-id 1 -val 1", Record(6, "-type must be specified.", "Init", 121)},
-      {"-id 1 -type ParameterByte -val", Record(6, "Insalid Parameter Data", "Execute", 137)},
-      {"-id 1 -type ParameterByte -val 1 -y " + ThisYear(-1),
-       Record(1, "Is not time to run event, wrong year", "Init", 129)},
-      {"-id 1 -type SWITCH -val 1",
-       Record(1, "Parameter id not found", "StringToData", 173, "tav_parameterfactory") +
-           Record(1, "Can not convert string data to buffer data", "Execute", 151)},
-  };
+struct RefusalCase {
+  const char* name;
+  std::string arguments;
+  std::vector<Report> records;  // the last one's code is the exit status
+};
+void PrintTo(const RefusalCase& refusal, std::ostream* o_stream) { *o_stream << refusal.name; }
+
+Report From(const char* function, int code, const char* message, int line) {
+  return {.code = code, .source = "Application", .function = function, .message = message, .line = line};
+}
+
+class UraEventRefusalEventPort : public testing::TestWithParam<RefusalCase> {};
+TEST_P(UraEventRefusalEventPort, IsReportedAndSendsNothing) {
   const LoopbackReceiver server(LoopbackReceiver::kEventPort);
-  for (const auto& [arguments, record] : cases) {
-    const char code = record[std::string("tavError Number : ").size()];
-    EXPECT_EQ(UraEvent(arguments), record + "[" + code + "]") << "the code of the record";
-  }
-  EXPECT_FALSE(server.HasDatagram(50));
+  const UraEvent run(GetParam().arguments);
+  ExpectReports(run.printed, GetParam().records);
+  EXPECT_EQ(run.status, GetParam().records.back().code);
+  EXPECT_FALSE(server.HasDatagram(0));
+}
+INSTANTIATE_TEST_SUITE_P(
+    Arguments, UraEventRefusalEventPort,
+    testing::Values(RefusalCase{"NoId", "", {From("Init", 6, "-id must be specified.", 113)}},
+                    RefusalCase{"NoValue", "-id", {From("Init", 6, "-val must be specified.", 117)}},
+                    RefusalCase{"NoType", "-id 1 -val 1", {From("Init", 6, "-type must be specified.", 121)}},
+                    RefusalCase{"WrongYear",
+                                "-id 1 -val 1 -type ParameterByte -y " + ThisYear(-1),
+                                {From("Init", 1, "Is not time to run event, wrong year", 129)}},
+                    RefusalCase{"EmptyValue",
+                                "-id 1 -type ParameterByte -val",
+                                {From("Execute", 6, "Insalid Parameter Data", 137)}},
+                    RefusalCase{"UnknownType",
+                                "-id 1 -val 1 -type SWITCH",
+                                {{.code = 1,
+                                  .source = "tav_parameterfactory",
+                                  .function = "StringToData",
+                                  .message = "Parameter id not found",
+                                  .line = 173},
+                                 From("Execute", 1, "Can not convert string data to buffer data", 151)}}),
+    kName);
+
+// With standard input closed the socket gets descriptor 0, which stands for no socket.
+TEST(UraEvent, SaysThatItCouldNotSend) {
+  const UraEvent run("-id 1 -val 1 -type ParameterByte <&-");
+  EXPECT_THAT(run.printed, testing::HasSubstr("Custom Message - : Socket is invalid.\n"));
+  const std::size_t last = run.printed.rfind("tavError Number");
+  ASSERT_NE(last, std::string::npos) << run.printed;
+  ExpectReports(run.printed.substr(last), {From("Execute", 1, "Can not send UDP Data", 187)});
+  EXPECT_EQ(run.status, 1);
 }
 
-TEST(UraEvent, PrintsHelpAndVersionsBeforeAnythingElse) {
-  EXPECT_EQ(
-      UraEvent("-fversion -version -H"),
-      "\nEvent dispatcher for ura system Help\n-id parameterd sid ------ [e.g - 1]\n"
-      "-val parameter value ---- [e.g - 1]\n-y   year of execution -- [e.g - 2100]\n"
-      "-type parameterd type --- [e.g - SWITCH]\n-version version -------- [e.g - 1.0.0]\n"
-      "-fversion frame version - [e.g - 1.0.0]\n-u parameter value ------ [e.g - user]\n"
-      "-p parameter value ------ [e.g - password]\n-a ura address ---------- [e.g - 192.168.1.66]\n"
-      "-ap ura port ------------ [e.g - 3050]\n-log log file name -------[file application log]\n\n[0]");
-  EXPECT_EQ(UraEvent("-fversion -id -version") + UraEvent("-val -fversion"), "1.5.1\n[0]2.9.3\n[0]");
-}
+struct PrintingCase {
+  const char* name;
+  const char* arguments;
+  const char* printed;
+};
+void PrintTo(const PrintingCase& printing, std::ostream* o_stream) { *o_stream << printing.name; }
 
-TEST(UraEvent, LogsToAFileWhenAskedTo) {
+constexpr const char* kHelp =
+    "\nEvent dispatcher for ura system Help\n-id parameterd sid ------ [e.g - 1]\n"
+    "-val parameter value ---- [e.g - 1]\n-y   year of execution -- [e.g - 2100]\n"
+    "-type parameterd type --- [e.g - SWITCH]\n-version version -------- [e.g - 1.0.0]\n"
+    "-fversion frame version - [e.g - 1.0.0]\n-u parameter value ------ [e.g - user]\n"
+    "-p parameter value ------ [e.g - password]\n-a ura address ---------- [e.g - 192.168.1.66]\n"
+    "-ap ura port ------------ [e.g - 3050]\n-log log file name -------[file application log]\n\n";
+
+class UraEventPrinting : public testing::TestWithParam<PrintingCase> {};
+TEST_P(UraEventPrinting, ComesBeforeAnythingElse) {
+  const UraEvent run(GetParam().arguments);
+  EXPECT_EQ(run.printed, GetParam().printed);
+  EXPECT_EQ(run.status, 0);
+}
+INSTANTIATE_TEST_SUITE_P(Options, UraEventPrinting,
+                         testing::Values(PrintingCase{"Help", "-fversion -version -H", kHelp},
+                                         PrintingCase{"Version", "-fversion -id -version", "1.5.1\n"},
+                                         PrintingCase{"FrameVersion", "-val -fversion", "2.9.3\n"}),
+                         kName);
+
+TEST(UraEventLog, HasEveryRecordOfEveryRun) {
   const TemporaryFolder folder;
   const std::string log = folder.Path("ura.log");
-  const std::string record = Record(6, "-id must be specified.", "Init", 113);
-  EXPECT_EQ(UraEvent("-log " + log) + UraEvent("-log " + log + " >/dev/full"), record + "[6][6]");
-  EXPECT_EQ(ReadFile(log), record + record);
-  for (const std::string& lost : {folder.Path("missing/ura.log"), std::string("''")})
-    EXPECT_EQ(UraEvent("-log " + lost), record + "[6]");
+  const UraEvent first("-log " + log), second("-id -log " + log);
+  EXPECT_EQ(ReadFile(log), first.printed + second.printed);
 }
 
-// With its standard input closed, the program's first descriptor is 0, which stands for no socket.
-TEST(UraEvent, SaysThatItCouldNotSend) {
-  const std::string result = UraEvent("-id 1 -val 1 -type ParameterByte <&-");
-  EXPECT_THAT(result, HasSubstr("Network communication error.\nFile ----------- : dro_osudpsocket"));
-  EXPECT_THAT(result, HasSubstr("Custom Message - : Socket is invalid.\n"));
-  const std::string record = Record(1, "Can not send UDP Data", "Execute", 187);
-  EXPECT_THAT(result, testing::EndsWith(record + "[1]"));
+TEST(UraEventLog, HasTheRecordThatCannotBePrinted) {
+  const TemporaryFolder folder;
+  const UraEvent run("-log " + folder.Path("ura.log") + " >/dev/full");
+  ExpectReports(ReadFile(folder.Path("ura.log")), {From("Init", 6, "-id must be specified.", 113)});
+  EXPECT_EQ(run.status, 6);
 }
+
+class UraEventWithoutLog : public testing::TestWithParam<const char*> {};
+TEST_P(UraEventWithoutLog, PrintsItsRecordAllTheSame) {
+  const UraEvent run("-log " + std::string(GetParam()));
+  ExpectReports(run.printed, {From("Init", 6, "-id must be specified.", 113)});
+  EXPECT_EQ(run.status, 6);
+}
+INSTANTIATE_TEST_SUITE_P(Files, UraEventWithoutLog, testing::Values("/nowhere/ura.log", "''"));
 
 }  // namespace
