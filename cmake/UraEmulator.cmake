@@ -36,6 +36,7 @@ function(ura_find_emulator variable)
 endfunction()
 
 ura_find_emulator(CMAKE_CROSSCOMPILING_EMULATOR)
+string(COMPARE NOTEQUAL "${CMAKE_CROSSCOMPILING_EMULATOR}" "" URA_EMULATED)
 
 list(JOIN CMAKE_CROSSCOMPILING_EMULATOR " " emulator)
 file(WRITE "${CMAKE_BINARY_DIR}/run" "#!/bin/sh\nexec ${emulator} \"$@\"\n")
@@ -44,7 +45,7 @@ file(CHMOD "${CMAKE_BINARY_DIR}/run" FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWN
 # ura_command(VARIABLE TARGET): the path of a file that can be executed as the program TARGET. In the emulator that is
 # a script which hands on its own name, so that the program sees the name it was started by.
 function(ura_command variable target)
-  if(NOT CMAKE_CROSSCOMPILING_EMULATOR)
+  if(NOT URA_EMULATED)
     set(${variable} "$<TARGET_FILE:${target}>" PARENT_SCOPE)
     return()
   endif()
