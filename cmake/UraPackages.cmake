@@ -26,7 +26,9 @@ set(CPACK_DEBIAN_PACKAGE_ARCHITECTURE "${URA_ARCHITECTURE}")  # empty: this mach
 
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_NAME ura-event)
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SECTION utils)
-set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SHLIBDEPS ON)
+# Said here, because dpkg-shlibdeps finds no libraries of other architectures. tests/install/check_package compares it
+# with what the programs need.
+set(CPACK_DEBIAN_PROGRAMS_PACKAGE_DEPENDS "libc6 (>= 2.35)")
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SUGGESTS bash-completion)
 set(CPACK_COMPONENT_PROGRAMS_DESCRIPTION "event dispatcher of the Ura home-automation server
 ura_event sets one parameter of an Ura server on the same machine (a switch, a
