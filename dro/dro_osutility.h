@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include "dro_error.h"
 #include "dro_string.h"
@@ -24,8 +25,8 @@ class droOsUtility {
   class FolderFile {
    public:
     FolderFile() = default;
-    // What a folder gives.
-    FolderFile(const droString& name, bool isDirectory) : m_name(name), m_isDirectory(isDirectory) {}
+    // The entry of that name, which must not be empty.
+    FolderFile(droString name, bool isDirectory) : m_name(std::move(name)), m_isDirectory(isDirectory) {}
 
     // True when there is an entry.
     bool IsValid() const { return !m_name.empty(); }
