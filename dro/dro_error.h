@@ -42,7 +42,7 @@ class droError {
   // "Warning : " (code 1).
   droError(const droEError& code, const droString& message);
 
-  // What the record holds.
+  // The code, and a copy of the complete text.
   droEError GetError() const { return m_code; }
   droString GetDescription() const { return m_description; }
 
@@ -102,7 +102,7 @@ class droReporter {
   // `source` is the file's name without folder and extension.
   constexpr explicit droReporter(const char* source) : m_source(source) {}
 
-  // Reports a failure.
+  // Builds the record of a failure and hands it to droErrorLog.
   droEError operator()(droEError code, const droString& message, int line = __builtin_LINE(),
                        const char* function = __builtin_FUNCTION()) const;
 

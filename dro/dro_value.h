@@ -18,7 +18,7 @@ class droValue {
   droValue(double number) : m_value(number) {}
   droValue(droString text) : m_value(std::move(text)) {}
 
-  // True while it holds nothing.
+  // True when it holds nothing.
   bool IsEmpty() const { return std::holds_alternative<std::monostate>(m_value); }
 
   // The value held, or null when it is of another kind; nothing is converted. The pointer is valid until the

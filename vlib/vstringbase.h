@@ -24,10 +24,10 @@ class VStringBase : public std::string {
   // The position of what was not found.
   using std::string::npos;
 
-  // Bytes of the text.
+  // The length in bytes.
   std::size_t GetLength() const { return size(); }
 
-  // Letter case and order of the bytes.
+  // Change the letter case of all bytes, or reverse their order.
   Text& SetLowCase() {
     vlib::MakeLowerCase(*this);
     return Self();
@@ -40,7 +40,7 @@ class VStringBase : public std::string {
     std::reverse(begin(), end());
     return Self();
   }
-  // Copies with another letter case or order.
+  // Copies that are changed in that way.
   Text GetLowCase() const { return Copy().SetLowCase(); }
   Text GetUpCase() const { return Copy().SetUpCase(); }
   Text GetReverse() const { return Copy().SetReverse(); }

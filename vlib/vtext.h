@@ -13,7 +13,7 @@
 // anything.
 namespace vlib {
 
-// Letter case of ASCII.
+// An ASCII letter in lower or upper case; any other character as it is.
 constexpr char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 constexpr char UpperCase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
