@@ -42,19 +42,22 @@ list(JOIN CMAKE_CROSSCOMPILING_EMULATOR " " emulator)
 file(WRITE "${CMAKE_BINARY_DIR}/run" "#!/bin/sh\nexec ${emulator} \"$@\"\n")
 file(CHMOD "${CMAKE_BINARY_DIR}/run" FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
 
-# ura_command(VARIABLE TARGET): the path of a file that can be executed as the program TARGET. In the emulator that is
-# a script which hands on its own name, so that the program sees the name it was started by.
+# ura_command(VARIABLE TARGET): the path of a file that can be executed as the program TARGET. If only the emulator can
+# run the program, that is a small program of this machine, which starts the emulator.
 function(ura_command variable target)
   if(NOT URA_EMULATED)
     set(${variable} "$<TARGET_FILE:${target}>" PARENT_SCOPE)
     return()
   endif()
-  set(script "${CMAKE_BINARY_DIR}/emulated/${target}")
-  set(${variable} "${script}" PARENT_SCOPE)
-  get_property(written TARGET ${target} PROPERTY URA_COMMAND)
-  if(NOT written)
-    set_property(TARGET ${target} PROPERTY URA_COMMAND "${script}")
-    file(GENERATE OUTPUT "${script}" CONTENT "#!/bin/sh\nexec ${emulator} -0 \"$0\" '$<TARGET_FILE:${target}>' \"$@\"\n"
-         FILE_PERMISSIONS OWNER_READ OWNER_WRITE OWNER_EXECUTE)
+  set(starter "${CMAKE_BINARY_DIR}/emulated/${target}")
+  set(${variable} "${starter}" PARENT_SCOPE)
+  if(TARGET ${target}_starter)
+    return()
   endif()
+  list(JOIN CMAKE_CROSSCOMPILING_EMULATOR "\", \"" command)
+  set(command "\"${command}\"")
+  configure_file("${PROJECT_SOURCE_DIR}/cmake/emulated.cpp.in" "${starter}.cpp.in" @ONLY)
+  file(GENERATE OUTPUT "${starter}.cpp" INPUT "${starter}.cpp.in")
+  add_custom_command(OUTPUT "${starter}" COMMAND g++ -O1 -o "${starter}" "${starter}.cpp" DEPENDS "${starter}.cpp" VERBATIM)
+  add_custom_target(${target}_starter ALL DEPENDS "${starter}")
 endfunction()
