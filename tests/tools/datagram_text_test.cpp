@@ -16,7 +16,6 @@ struct LineCase {
   Bytes datagram;
   const char* line;
 };
-void PrintTo(const LineCase& line, std::ostream* o_stream) { *o_stream << line.name; }
 
 class DatagramTextLine : public testing::TestWithParam<LineCase> {};
 TEST_P(DatagramTextLine, ShowsIdLengthAndBytes) {
@@ -39,7 +38,6 @@ struct MeaningCase {
   Bytes value;
   const char* end;  // of the line, behind the bytes
 };
-void PrintTo(const MeaningCase& meaning, std::ostream* o_stream) { *o_stream << meaning.name; }
 
 class DatagramTextMeaning : public testing::TestWithParam<MeaningCase> {};
 TEST_P(DatagramTextMeaning, IsWhatAParameterOfTheTypeReads) {

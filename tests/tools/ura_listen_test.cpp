@@ -1,41 +1,33 @@
 #include <gmock/gmock.h>
-#include <linux/sock_diag.h>
 #include <sys/resource.h>
 
+#include "dro_osudpsocket.h"
+#include "emulation.h"
 #include "loopback_receiver.h"
 #include "program_run.h"
+#include "ura_version.h"
 
 namespace {
 
 using testing::HasSubstr;
 using testing::MatchesRegex;
-using testing::StartsWith;
+
+unsigned short FreePort() { return LoopbackReceiver().Port(); }
 
 // A listener on a port of its own, started and ready.
 class ReadyListener : public ProgramRun {
  public:
-  explicit ReadyListener(const std::string& options = "", const std::string& port = FreePort())
-      : ProgramRun(URA_LISTEN " -port " + port + " " + options), m_port(port) {
-    EXPECT_EQ(ErrorLine(), "ura_listen: waiting for events on UDP port " + port + " of the loopback host\n");
+  explicit ReadyListener(const std::string& options = "", unsigned short port = FreePort())
+      : ProgramRun(URA_LISTEN " -port " + std::to_string(port) + " " + options) {
+    EXPECT_THAT(ErrorLine(), HasSubstr(std::to_string(port)));
+    m_sender.SetTo("127.0.0.1", port);
   }
 
-  // One datagram, as another program sends it: switches parameter 42 on.
-  void Send() const {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_port = htons(static_cast<std::uint16_t>(std::stoi(m_port)));
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    constexpr char event[] = {42, 0, 0, 0, 1, 1};
-    sendto(m_sender, event, sizeof event, 0, reinterpret_cast<sockaddr*>(&address), sizeof address);
-  }
-
-  ~ReadyListener() { close(m_sender); }
+  // One event, as another program sends it: switches parameter 42 on.
+  void Send() { m_sender.Send("\x2A\0\0\0\1\1", 6); }
 
  private:
-  static std::string FreePort() { return std::to_string(LoopbackReceiver().Port()); }
-
-  const std::string m_port;
-  const int m_sender = socket(AF_INET, SOCK_DGRAM, 0);
+  dro::droOsUdpSocket m_sender;
 };
 
 TEST(UraListenEventPort, ShowsWhatUraEventSends) {
@@ -54,21 +46,14 @@ TEST(UraListen, TellsAtTheEndHowManyDatagramsItReceived) {
 }
 
 TEST(UraListen, TellsHowManyDatagramsTheKernelDropped) {
-  std::array<std::uint32_t, SK_MEMINFO_VARS> numbers;
-  socklen_t size = sizeof numbers;
-  const int asked = socket(AF_INET, SOCK_DGRAM, 0);
-  getsockopt(asked, SOL_SOCKET, SO_MEMINFO, numbers.data(), &size);
-  close(asked);
-  if (size != sizeof numbers) GTEST_SKIP() << "the system does not count them";
-
+  if (SkipUnderEmulator("QEMU does not ask the kernel for the count")) return;
   ReadyListener listener("-count 1");
   listener.Signal(SIGSTOP);
   ASSERT_EQ(waitpid(listener.Process(), nullptr, WUNTRACED), listener.Process());
   for (int i = 0; i < 20000; ++i) listener.Send();  // more than any usual receive buffer holds
   listener.Signal(SIGCONT);
   EXPECT_THAT(listener.Errors(),
-              MatchesRegex("ura_listen: 1 datagram received, [1-9][0-9]+ lost because the receive buffer was "
-                           "full\n"));
+              MatchesRegex("ura_listen: 1 datagram received, [1-9][0-9]+ lost because [^\n]*\n"));
 }
 
 TEST(UraListen, BeginsLinesWithTheLocalTimeWhenAsked) {
@@ -114,23 +99,15 @@ TEST(UraListen, SaysThatThePortIsInUse) {
   EXPECT_EQ(listener.Status(), 1);
 }
 
-struct PrintingCase {
-  const char* option;
-  const char* start;
-};
-void PrintTo(const PrintingCase& printing, std::ostream* o_stream) { *o_stream << printing.option; }
-
-class UraListenPrinting : public testing::TestWithParam<PrintingCase> {};
-TEST_P(UraListenPrinting, PrintsAndEnds) {
-  ProgramRun run(URA_LISTEN " -count 1 " + std::string(GetParam().option));
-  EXPECT_THAT(run.Output(), StartsWith(GetParam().start));
+TEST(UraListen, ExplainsItsOptions) {
+  ProgramRun run(URA_LISTEN " -count 1 --help");
+  EXPECT_THAT(run.Output(), HasSubstr("usage: ura_listen"));
   EXPECT_EQ(run.Status(), 0);
 }
-INSTANTIATE_TEST_SUITE_P(Options, UraListenPrinting,
-                         testing::Values(PrintingCase{"-h", "ura_listen shows"},
-                                         PrintingCase{"--help", "ura_listen shows"},
-                                         PrintingCase{"-version", "1.5.1\n"},
-                                         PrintingCase{"--version", "1.5.1\n"}));
+
+TEST(UraListen, TellsItsVersion) {
+  EXPECT_EQ(ProgramRun(URA_LISTEN " --version").Output(), URA_VERSION "\n");
+}
 
 struct RefusedCase {
   const char* arguments;
@@ -141,7 +118,7 @@ void PrintTo(const RefusedCase& refused, std::ostream* o_stream) { *o_stream << 
 class UraListenRefused : public testing::TestWithParam<RefusedCase> {};
 TEST_P(UraListenRefused, ArgumentsAreExplained) {
   ProgramRun run(URA_LISTEN " " + std::string(GetParam().arguments));
-  EXPECT_THAT(run.Errors(), StartsWith(std::string("ura_listen: ") + GetParam().message));
+  EXPECT_THAT(run.Errors(), HasSubstr(GetParam().message));
   EXPECT_EQ(run.Status(), 2);
 }
 INSTANTIATE_TEST_SUITE_P(
