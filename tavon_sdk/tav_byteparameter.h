@@ -4,7 +4,7 @@
 
 namespace tavon {
 
-// What the types with a value of one unsigned byte share.
+// What the types with a value of one unsigned byte have in common.
 template <class Self>
 class tavByteParameter : public tavConcreteParameter<Self, 1> {
  public:
@@ -17,7 +17,7 @@ class tavByteParameter : public tavConcreteParameter<Self, 1> {
   // The byte as a decimal number.
   tavString ValueToString() const override { return tavString::FromInt(GetValue()); }
 
-  // Compares the value, as GetData tells it, with the first byte of the operand.
+  // Compares the value, read through GetData, with the first byte of the operand.
   bool Comparison(const tavECodeOperator& op, const unsigned char* data,
                   const unsigned int& size) const override {
     if (data == nullptr || size == 0) return false;
@@ -26,15 +26,15 @@ class tavByteParameter : public tavConcreteParameter<Self, 1> {
   }
 
  protected:
-  // Sets the value the way everybody does, through the virtual SetData.
+  // Sets the value through the virtual SetData.
   void SetByte(unsigned char value) { this->SetData(&value, 1, 1); }
 };
 
-// What the types that are on or off share.
+// What the types that are on or off have in common.
 template <class Self>
 class tavOnOffParameter : public tavByteParameter<Self> {
  public:
-  // On (1) for any value but 0.
+  // 0 is off; any other value is on and stored as 1.
   void SetValue(unsigned char value) { this->SetByte(value != 0 ? 1 : 0); }
 };
 

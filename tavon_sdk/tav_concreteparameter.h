@@ -8,27 +8,31 @@
 
 namespace tavon {
 
-// The published lines of the records that every type writes; see tavReporter.
+// Published line numbers of the records that every type has; see tavReporter.
 struct tavPublishedLines {
-  // Each for the operation of that name.
+  // The line of the operation's record.
   int setDataFromString;
   int setDataValue;
   int getDataValue;
   int comparison;
 };
 
-// What every concrete parameter type repeats, between the value of N bytes and the type itself: type id and
+// What all parameter types have in common, between the value of N bytes and the type itself: type id and
 // name, the typed casts, setting the value from text, and the calls that no type supports.
 //
-// `Self` is the type that derives from it. It brings
-//   TypeId, TypeName         what it is,
-//   Report                   the reporter of its source file,
-//   GetBinaryDataFromString  the text syntax of its value,
-//   Lines                    tavPublishedLines, if the lines of its records are published.
+// `Self` is the derived type. It provides, as static members:
+//
+//   TypeId, TypeName  its id and its name.
+//   Report            the tavReporter of its source file.
+//   Lines             tavPublishedLines, only if the line numbers of its records are published.
+//   GetBinaryDataFromString(text, o_pBuffer)
+//                     the text syntax of the value: writes ValueSize bytes, and returns 0 whatever the text
+//                     says. An empty text writes nothing. A null buffer is reported, and its code (6)
+//                     returned.
 template <class Self, unsigned int N>
 class tavConcreteParameter : public tavTParameter<N> {
  public:
-  // Size of the value in bytes, as it travels.
+  // Size in bytes of the value in an event.
   static constexpr std::size_t ValueSize = N;
 
   tavEObject GetType() const override { return Self::TypeId; }
@@ -53,12 +57,11 @@ class tavConcreteParameter : public tavTParameter<N> {
   tavParameterTuner* GetParameterTunerPtr() override { return As<tavParameterTuner>(); }
   tavParameterCamera* GetParameterCameraPtr() override { return As<tavParameterCamera>(); }
 
-  // Sets the value from a text in the type's syntax. A text that is no value writes what the syntax makes of
-  // it.
+  // Sets the value from a text. Invalid text is not an error: the value becomes what the syntax makes of it.
   tavEError SetDataFromString(const tavString& text) override { return Self::SetDataFromString(this, text); }
 
-  // The same for a parameter known by its interface; null does nothing, one of another type is reported,
-  // code 6.
+  // The same for a parameter that is known by its interface. Null does nothing; a parameter of another type
+  // is reported (code 6) and left alone.
   static tavEError SetDataFromString(tavIParameter* pPrm, const tavString& text) {
     if (pPrm == nullptr) return tavError_NoError;
     if (!pPrm->IsObject(Self::TypeId)) return ReportOtherType();
@@ -82,14 +85,14 @@ class tavConcreteParameter : public tavTParameter<N> {
                         LineOf(&tavPublishedLines::setDataFromString), "SetDataFromString");
   }
 
-  // For Comparison: reports what is no operator. Always false.
+  // For Comparison: reports an unknown operator. Always false.
   static bool ReportUnknownOperator() {
     Self::Report(tavError_OperationFailed, "UnKnown tavECodeOperator operator type",
                  LineOf(&tavPublishedLines::comparison), "Comparison");
     return false;
   }
 
-  // For Comparison: `left` against `right`. What is no operator is reported and false.
+  // For Comparison: compares `left` with `right`. An unknown operator is reported and gives false.
   template <class Value>
   static bool Compare(tavECodeOperator op, const Value& left, const Value& right) {
     switch (op) {
@@ -109,7 +112,8 @@ class tavConcreteParameter : public tavTParameter<N> {
     return ReportUnknownOperator();
   }
 
-  // For Comparison of values without an order: equal or not to N bytes; the other operators are false.
+  // For Comparison of values without an order: tells whether the value equals N bytes. The ordering operators
+  // give false.
   bool CompareUnordered(tavECodeOperator op, const unsigned char* data) const {
     const tavSMutex lock(&this->m_lock);
     const unsigned char* value = this->GetData();
@@ -128,7 +132,7 @@ class tavConcreteParameter : public tavTParameter<N> {
   }
 
  private:
-  // The published line of a record; that of the call where the type has none.
+  // The published line of a record, or the line of the call if the type has none.
   static constexpr int LineOf(int tavPublishedLines::*record, int line = __builtin_LINE()) {
     if constexpr (requires { Self::Lines; }) {
       return Self::Lines.*record;

@@ -4,16 +4,18 @@
 
 #include "tav_string.h"
 
-// Every failure in the SDK and in the dispatcher is reported here: the failing code builds a record with a
-// code and a ready text, hands it to tavErrorLog, and returns the code that the log returns.
+// How the SDK and the dispatcher report failures: the failing code builds a record with a code and a complete
+// text, hands it to tavErrorLog, and returns the code that the log returns. tavReporter does both in one
+// line.
 //
-// The settings are those of the process. They are set at start-up, before other threads run. Any thread may
-// report; there is no lock, so records of several threads may interleave.
+// The settings belong to the process. Set them at start-up, before other threads run. Any thread may report;
+// there is no lock, so records of several threads may interleave.
 namespace tavon {
 
 // The codes of failures.
 enum tavEError : std::uint32_t {
-  tavError_NoError = 0,  // also the code of a mere notice
+  // Also the code of a notice.
+  tavError_NoError = 0,
   tavError_OperationFailed = 1,
   tavError_StandardLibrary = 2,
   tavError_Unknown = 3,
@@ -28,12 +30,16 @@ enum tavEError : std::uint32_t {
   tavError_SocketsTaskLimit = 12,
 };
 
-// What tavErrorLog does with a record: values to add up in tavError::Level.
+// What tavErrorLog does with a record; tavError::Level is the sum of these values.
 enum tavELogLevel : unsigned int {
-  tavLogLevel_Console = 1,   // print the description on standard output
-  tavLogLevel_File = 2,      // append it to tavError::LogFile
-  tavLogLevel_Throw = 4,     // throw a copy of the record
-  tavLogLevel_CallBack = 8,  // call tavError::ShowErrorCallBack; not looked at when the record is thrown
+  // Prints the description on standard output.
+  tavLogLevel_Console = 1,
+  // Appends it to tavError::LogFile.
+  tavLogLevel_File = 2,
+  // Throws a copy of the record.
+  tavLogLevel_Throw = 4,
+  // Calls tavError::ShowErrorCallBack, unless the record is thrown.
+  tavLogLevel_CallBack = 8,
 };
 
 // The record of one failure or notice.
@@ -43,18 +49,21 @@ class tavError {
   // Message : " when the code is 0), then the message and a line feed.
   tavError(const tavEError& code, const tavString& message);
 
-  // What the record holds.
+  // The code and the complete text.
   tavEError GetError() const { return m_code; }
   tavString GetDescription() const { return m_description; }
 
-  // Deletes the file that LogFile names. True on success.
+  // Deletes the file that LogFile names. True on success. Set CurrentLogFileSize to 0 afterwards: a log that
+  // has reached its size limit cannot be cut while its file is missing, see LogFileSize.
   static bool DeleteLog();
 
   // tavELogLevel values, added; tavLogLevel_Console at first.
   static unsigned int Level;
   // Path of the log file; "tav_system.log" at first.
   static tavString LogFile;
-  // Size in bytes past which the file is cut to its last half; 0 is no limit. 512000 at first.
+  // Size in bytes past which the file is cut to its last half; 0 means no limit. 512000 at first. Once the
+  // limit is passed, every entry fails with the same record (code 4) while the file is missing, deleted by
+  // DeleteLog or by somebody else. The log works again when the program sets CurrentLogFileSize to 0.
   static unsigned int LogFileSize;
   // Bytes that this process has appended to the file or kept when it was cut last, not the file's real size.
   static unsigned int CurrentLogFileSize;
@@ -69,17 +78,17 @@ class tavError {
 // The text of an error code.
 tavString tavErrorToString(const tavEError& code);
 
-// Windows error numbers have no text on this platform: always empty.
+// Always empty: Windows error numbers have no text on this platform.
 tavString tavErrorWindowsToString(int code);
 
-// A record whose message names the place of the failure, four lines: file, function, line, message. A notice
-// (code 0) keeps its message as it is.
+// Builds a record whose message has four lines: file, function, line and message. A notice (code 0) keeps its
+// message as it is.
 tavError tavBuildErrorLocation(tavEError code, const tavString& message, const char* file,
                                const char* function, int line);
 
-// Prints, stores, throws or passes on a record, as tavError::Level says, and returns its code. Only a log
-// file that cannot be cut gives another one: 4 (not readable, not writable) or 5 (no memory); that failure is
-// printed whatever the level, and the record goes no further.
+// Prints, stores, throws or passes on a record, as tavError::Level says, and returns its code. Only if the
+// log file cannot be cut is the result another code: 4 (not readable or not writable) or 5 (no memory). That
+// failure is printed whatever the level, and the record is not thrown or passed on.
 tavEError tavErrorLog(const tavError& error);
 
 // Reports the failures of one source file in one line each:
@@ -87,9 +96,9 @@ tavEError tavErrorLog(const tavError& error);
 //   constexpr tavReporter kReport{"tav_object"};
 //   if (size == 0) return kReport(tavError_InvalidArgument, "size == 0");
 //
-// Function and line are those of the call. Many records carry a published line instead: people search their
-// logs for that number, so it is part of the record's identity and not a position in today's file. Such a
-// number is passed; nobody writes any other. A lambda has no name of its own and passes the function, too.
+// Function and line are those of the call. Many records carry a published line number instead: people search
+// their logs for it, so it is part of the record's identity and not a position in today's file. Pass a line
+// only if it is published. In a lambda, pass the function's name as well.
 class tavReporter {
  public:
   // `source` is the name of the file, without folder or extension.

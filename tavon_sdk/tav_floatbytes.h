@@ -3,16 +3,16 @@
 #include <bit>
 #include <cstdint>
 
-// Real numbers as value bytes: single precision, little-endian whatever the machine.
+// Real numbers as value bytes: single precision, little-endian on every machine.
 namespace tavon {
 
-// Bytes of a number.
+// Size of a number in bytes.
 constexpr unsigned int kFloatSize = 4;
 
 // Writes the bytes of a number.
-inline void StoreFloat(float value, unsigned char* target) {
+inline void StoreFloat(float value, unsigned char* o_bytes) {
   const auto bits = std::bit_cast<std::uint32_t>(value);
-  for (unsigned int i = 0; i < kFloatSize; ++i) target[i] = static_cast<unsigned char>(bits >> (8 * i));
+  for (unsigned int i = 0; i < kFloatSize; ++i) o_bytes[i] = static_cast<unsigned char>(bits >> (8 * i));
 }
 
 // Reads the bytes of a number.

@@ -7,7 +7,7 @@
 
 namespace tavon {
 
-// What the types with a value of one single-precision number share.
+// What the types with a value of one single-precision number have in common.
 template <class Self>
 class tavFloatParameter : public tavConcreteParameter<Self, kFloatSize> {
  public:
@@ -20,8 +20,9 @@ class tavFloatParameter : public tavConcreteParameter<Self, kFloatSize> {
   // The number with at most two decimals.
   tavString ValueToString() const override { return tavString::FromFloat(GetValue(), 2); }
 
-  // Compares with a number of four bytes; a shorter operand gives false. Order is that of numbers, equality
-  // that of bytes, so 0.0 and -0.0 are not equal: intended.
+  // Compares the value, read through GetData, with a number of four bytes. A shorter operand gives false.
+  // Order is that of the numbers. Equality is that of the bytes, on purpose: rules can tell 0.0 from -0.0,
+  // and not-a-number equals itself.
   bool Comparison(const tavECodeOperator& op, const unsigned char* data,
                   const unsigned int& size) const override {
     if (data == nullptr || size < kFloatSize) return false;
@@ -34,7 +35,7 @@ class tavFloatParameter : public tavConcreteParameter<Self, kFloatSize> {
   }
 
  protected:
-  // Sets the value through the virtual SetData. A type with limits applies them first.
+  // Sets the value through the virtual SetData. A type with limits applies them before.
   void SetFloat(float value) {
     unsigned char bytes[kFloatSize];
     StoreFloat(value, bytes);

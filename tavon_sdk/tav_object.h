@@ -10,8 +10,10 @@ namespace tavon {
 
 // The types of objects. The numbers are stored and travel between programs.
 enum tavEObject : std::int32_t {
-  tavObject_None = -1,   // no type: what an unknown type name gives
-  tavObject_Object = 0,  // the base of all, of no type of its own
+  // No type: the result for an unknown type name.
+  tavObject_None = -1,
+  // An object that is not a parameter.
+  tavObject_Object = 0,
   tavObject_ParameterSwitch = 1000,
   tavObject_ParameterSwitchRelease = 1001,
   tavObject_ParameterSlider = 1002,
@@ -28,7 +30,7 @@ enum tavEObject : std::int32_t {
   tavObject_ParameterCamera = 1013,
 };
 
-// The face of every object of the model: an id, a name, flags, and its forms as text. See tavObject.
+// Interface of an object of the model: an id, a name, flags, and its text forms. See tavObject.
 class tavIObject {
  public:
   virtual ~tavIObject() = default;
@@ -62,9 +64,8 @@ class tavIObject {
 
 // The base of every object of the model.
 //
-// Any thread may call any operation: each takes the object's own recursive lock, which the layers above
-// share. Only the hook OnDirty is called without it. The object owns its texts; the user data is the
-// caller's.
+// Any thread may call any operation: each takes the object's recursive lock, which the layers above share.
+// Only the hook OnDirty is called without it. The object owns its texts; the user data belongs to the caller.
 class tavObject : public tavIObject {
  public:
   tavObject() = default;
@@ -75,12 +76,12 @@ class tavObject : public tavIObject {
   tavEObject GetType() const override { return tavObject_Object; }
   const char* GetTypeName() const override { return "Object"; }
 
-  // The id of the object on the wire and in XML; 0 until set.
+  // Identifies the object on the wire and in XML; 0 until set.
   void SetUniqueID(const unsigned int& id) override;
   unsigned int GetUniqueID() const override;
 
-  // The name and what stands before and behind it; empty until set. The text must not be null. Without memory
-  // for it code 5 is reported and the text is empty. Naming an object does not make it dirty.
+  // The name and the texts before and after it; empty until set. The text must not be null. If there is no
+  // memory for it, code 5 is reported and the text becomes empty. Naming an object does not make it dirty.
   void SetName(const wchar_t* name) override;
   tavWString GetName() const override;
   void SetPrefix(const wchar_t* prefix) override;
@@ -88,31 +89,32 @@ class tavObject : public tavIObject {
   void SetSuffix(const wchar_t* suffix) override;
   tavWString GetSuffix() const override;
 
-  // Dirty means changed and not taken over yet; it is bit 0 of the flags. Making a dirty object clean calls
-  // OnDirty, making it dirty calls nothing: the hook is for the moment in which a change is taken over.
+  // Dirty means changed but not yet acknowledged; it is bit 0 of the flags. Making a dirty object clean calls
+  // OnDirty, making it dirty calls nothing, on purpose: the hook belongs to the moment in which a change is
+  // acknowledged.
   bool IsDirty() const override;
   void IsDirty(bool dirty) override;
 
-  // The flags byte. Bits 1 to 7 are free for callers. SetFlags replaces all bits, the dirty one too, without
-  // calling OnDirty. HasFlags is true when any bit of the mask is set.
+  // The flags byte. Bits 1 to 7 are free for callers. SetFlags replaces all bits, including the dirty bit,
+  // without calling OnDirty. HasFlags is true if any bit of the mask is set.
   unsigned char GetFlags() const override;
   void SetFlags(unsigned char flags) override;
   void AddFlags(unsigned char mask) override;
   void RemoveFlags(unsigned char mask) override;
   bool HasFlags(unsigned char mask) const override;
 
-  // IsValid is true for every object; IsObject tells whether it is of that type.
+  // IsValid is true for every object. IsObject is true if the object is of that type.
   bool IsValid() const override;
   bool IsObject(tavEObject type) const override { return GetType() == type; }
 
-  // One XML element named after the type, UTF-8, with id, type, name, prefix and suffix as attributes and
-  // SerializeParametersAsXml inside. Texts are inserted as they are, nothing is escaped.
+  // One XML element in UTF-8, named after the type, with id, type, name, prefix and suffix as attributes and
+  // SerializeParametersAsXml as its content. Texts are inserted as they are, without escaping.
   tavString SerializeAsXml() const override;
 
-  // Prefix, name and suffix, a "." and the name of the type.
+  // Prefix, name and suffix, followed by "." and the name of the type.
   tavString ToString() const override;
 
-  // A pointer that the object keeps for its user and never looks at.
+  // A pointer that the object keeps for the caller and never uses.
   void SetUserData(void* data) override;
   void* GetUserData() const override;
 

@@ -23,8 +23,8 @@ class tavParameterByte;
 class tavParameterTuner;
 class tavParameterCamera;
 
-// How a parameter's current value, on the left, is compared with an operand, on the right. Other numbers are
-// no operators: comparing with one is reported (code 1) and gives false.
+// How a parameter's current value, on the left, is compared with an operand, on the right. Comparing with any
+// other number is reported (code 1) and gives false.
 enum tavECodeOperator : std::int32_t {
   tavCodeOperator_Greater = 1,
   tavCodeOperator_GreaterOrEqual = 2,
@@ -34,7 +34,7 @@ enum tavECodeOperator : std::int32_t {
   tavCodeOperator_NotEqual = 6,
 };
 
-// The face of a value: bytes that can be set, copied and read as text. See tavIParameter.
+// Interface of a value: bytes that can be set, copied and read as text. See tavIParameter.
 class tavIParameterBase {
  public:
   virtual ~tavIParameterBase() = default;
@@ -50,8 +50,12 @@ class tavIParameterBase {
 
 // A parameter of the model: an object with a value, which may drive one other parameter.
 //
-// Any thread may call any operation but GetData: each takes the object's own recursive lock. When one
-// parameter sets another the order of locks is driver, then target, so links must not form a ring.
+// Any thread may call any operation except GetData: each takes the object's recursive lock. When one
+// parameter sets another, the order of locks is driver, then target. Links between parameters, and scenes
+// that set scenes, must therefore not form a ring that several threads use.
+//
+// Hooks are virtual functions for programs to override. A parameter with a hook is constructed as the derived
+// class; the factory only makes the SDK's own types.
 class tavIParameter : public tavObject, public tavIParameterBase {
  public:
   // A parameter names its own type.
@@ -62,7 +66,7 @@ class tavIParameter : public tavObject, public tavIParameterBase {
   tavString SerializeParametersAsXml() const override;
   void OnDirty() override { tavObject::OnDirty(); }
 
-  // The object as its own class; null when it is another.
+  // The object as its own class; null if it is of another type.
   virtual tavParameterSwitch* GetParameterSwitchPtr() = 0;
   virtual tavParameterSwitchRelease* GetParameterSwitchReleasePtr() = 0;
   virtual tavParameterSlider* GetParameterSliderPtr() = 0;
@@ -78,28 +82,36 @@ class tavIParameter : public tavObject, public tavIParameterBase {
   virtual tavParameterTuner* GetParameterTunerPtr() = 0;
   virtual tavParameterCamera* GetParameterCameraPtr() = 0;
 
-  // Sets the value from a text, in the syntax of the type. Returns 0 or a reported code.
+  // Sets the value from a text in the syntax of the type. Returns 0 or a reported code.
   tavEError SetDataFromString(const tavString& text) override = 0;
 
-  // Sets the value from bytes. A value that changes is marked dirty before the new one is stored; equal bytes
-  // change nothing. Fewer bytes than the value has replace its beginning; the rest becomes 0 when `flag` is
-  // not 0 and stays when it is.
+  // Sets the value from bytes, as they come in an event. The parameter becomes dirty if they differ from the
+  // stored ones. Bytes beyond the size of the value are dropped. Limits that SetValue applies are not
+  // applied.
+  //
+  // If there are fewer bytes than the value has, they replace its beginning, and `flag` decides about the
+  // rest: it becomes 0 if the flag is not 0, and stays if it is. An event wants flag 0: the single byte that
+  // switches a weekly schedule off would otherwise clear its 168 set-points.
+  //
+  // Null or empty data leaves the parameter locked by the calling thread, on purpose: an invalid write keeps
+  // every other thread out. Only the types whose value is a text ignore such data. Check the size of what
+  // came from outside first.
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override = 0;
 
-  // Not supported by any type: reported with code 1.
+  // Not supported by any type; reported with code 1.
   virtual void SetDataValue(const dro::droValue& value) = 0;
 
-  // Names of styles for user interfaces, without duplicates. The SDK only keeps them. Null pointers do
-  // nothing.
+  // Names of user-interface styles, which the SDK only stores. AddUIStyle ignores a name that is already in
+  // the list. GetUIStyle does nothing with a null pointer.
   virtual void AddUIStyle(const tavString& style) = 0;
   virtual void SetUIStyle(const tavArray<tavString>& styles) = 0;
   virtual void GetUIStyle(tavArray<tavString>* o_styles) const = 0;
 
-  // Free text of the parameter's user. The SDK only keeps it. A null pointer does nothing.
+  // Free text, which the SDK only stores. GetSettings does nothing with a null pointer.
   virtual void SetSettings(const tavString& settings) = 0;
   virtual void GetSettings(tavString* o_settings) const = 0;
 
-  // Not supported by any type: reported with code 1.
+  // Not supported by any type; reported with code 1.
   virtual void GetDataValue(dro::droValue* o_value) const = 0;
 
   // Size of the value in bytes.
@@ -108,32 +120,35 @@ class tavIParameter : public tavObject, public tavIParameterBase {
   // Copies the value, GetDataSize() bytes. A null buffer is reported with code 6.
   void GetDataCopy(unsigned char* io_buffer) const override = 0;
 
-  // True when the current value stands in the relation to the operand. A null or empty operand gives false.
+  // True if the current value compares with the operand as the operator says. A null or empty operand gives
+  // false.
   virtual bool Comparison(const tavECodeOperator& op, const unsigned char* data,
                           const unsigned int& size) const = 0;
 
   // The value as text, in the syntax of SetDataFromString.
   tavString ValueToString() const override = 0;
 
-  // The parameter that this one drives; null for none. It is not owned and must outlive the link.
+  // The parameter that this one drives; null for none. It is not owned, and must outlive the link.
   virtual void SetDrivenTarget(tavIParameter* target) = 0;
   virtual tavIParameter* GetDrivenTarget() = 0;
 
-  // Adds a rule of the link: when this parameter is made clean and its value compares true with `dataDriver`,
-  // the target is set to `dataDriven`. The rules are tried in the order of addition, and the first that holds
-  // is the last that is tried. Both operands are copied. Returns 0 or a reported code: 6 for a null or empty
-  // operand, 5 without memory.
+  // Adds a rule to the link: if the value compares true with `dataDriver`, the target is set to `dataDriven`.
+  // Both operands are copied. Returns 0 or a reported code: 6 for a null or empty operand, 5 without memory.
+  //
+  // Rules are tried when this parameter is made clean, not when its value changes. So somebody must call
+  // IsDirty(false) after each change, also after a scene or another link has made it. Rules are tried in the
+  // order in which they were added, and only the first one that holds is applied.
   virtual unsigned int AddDrivenMapItem(tavECodeOperator op, const unsigned char* dataDriver,
                                         const unsigned int& sizeDriver, const unsigned char* dataDriven,
                                         const unsigned int& sizeDriven) = 0;
 
-  // True when the last change came from the parameter itself, not from outside.
+  // True if the parameter itself made the last change.
   bool IsChangedByCallBack() const override { return false; }
 
-  // Hook: called without the lock after a rule has set the target.
+  // Hook: a rule has set the target. Called without the lock.
   virtual void OnLinkedParameterChange() = 0;
 
-  // The bytes of the value, without the lock: for reading while nobody sets it.
+  // The bytes of the value. Does not take the lock: use GetDataCopy where another thread may set the value.
   const unsigned char* GetData() const override = 0;
 };
 

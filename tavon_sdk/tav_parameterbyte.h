@@ -14,8 +14,7 @@ class tavParameterByte : public tavByteParameter<tavParameterByte> {
   // Any number.
   void SetValue(unsigned char value) { SetByte(value); }
 
-  // Writes one byte: the low 8 bits of the number in the text. An empty text writes nothing, a null buffer is
-  // reported, code 6.
+  // The low 8 bits of the number in the text.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 };
 

@@ -6,16 +6,18 @@
 
 namespace tavon {
 
-// A roller shutter's command: 1 and 3 are the two directions of travel, 2 is stop. It turns itself into the
-// stop command when the shutter has moved in one direction for the action time.
+// The command of a roller shutter: 1 and 3 are the two directions of travel, 2 is stop. It turns into the
+// stop command by itself when the shutter has moved in one direction for the action time.
 //
-// The object owns a thread, from construction to destruction, that looks at the value every 250 ms and sleeps
-// while there is nothing to see: a house has many shutters, and they hardly ever move. The thread takes the
-// lock briefly and never while it waits, so nobody may hold the object's lock who destroys it.
+// The object owns a thread from construction to destruction. It examines the value every 250 ms, and sleeps
+// until the value changes while the shutter stands: a house has many shutters, and they hardly ever move. The
+// thread takes the lock briefly and never while it waits. Do not destroy the object while holding its lock.
 //
-// The hook OnStop and the virtual SetData are called on that thread, but not before the value was a
-// direction: a class that derives from this one and overrides them must call term_thread() first thing in its
-// own destructor.
+// The thread calls the virtual SetData and the hook OnStop once the value has been a direction. An exception
+// that leaves them ends that call and is reported; the thread goes on. A derived class that overrides either
+// must call term_thread() at the beginning of its destructor.
+//
+// The object belongs to the process that made it, see tavWorkerThread.
 class tavParameterShutter : public tavByteParameter<tavParameterShutter> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterShutter;
@@ -24,42 +26,44 @@ class tavParameterShutter : public tavByteParameter<tavParameterShutter> {
   static constexpr tavPublishedLines Lines{
       .setDataFromString = 43, .setDataValue = 84, .getDataValue = 88, .comparison = 99};
 
-  // The value is 2, and the object dirty: that is a change from 0. Reported: code 5 without memory for the
-  // thread, code 1 when it does not start; the shutter then works without stopping itself.
+  // The value is 2, and the object is dirty, as that is a change from 0. If the thread cannot be made
+  // (reported with code 5) or started (code 1), the shutter works but does not stop by itself.
   tavParameterShutter();
   ~tavParameterShutter() override;
 
-  // Milliseconds of travel after which the shutter is stopped, at the next look of the thread. A command that
-  // is set at the very moment of a stop may be overtaken by it, and one between two looks is not seen.
+  // Milliseconds of travel after which the thread stops the shutter, up to 250 ms late. A command that
+  // arrives at the very moment of the stop may be lost. The thread does not see a value that is replaced
+  // before it looks.
   void SetActionTime(const unsigned int& ms);
   unsigned int GetActionTime() const;
 
-  // 0 becomes 1, and 4 and above become 3.
+  // 0 becomes 1; 4 and above become 3.
   void SetValue(unsigned char value);
 
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
-  // Wakes the thread: a value that changes is always marked dirty, whichever SetData stores it.
+  // Also wakes the thread. Whichever SetData stores a new value marks the object dirty.
   void IsDirty(bool dirty) override;
   using tavByteParameter::IsDirty;
 
-  // True when the thread made the last change.
+  // True if the thread made the last change.
   bool IsChangedByCallBack() const override;
 
-  // With the element "ms_time", the action time.
+  // Adds the element "ms_time", the action time.
   tavString SerializeParametersAsXml() const override;
 
-  // Hook: called on the thread, without the lock, after it has stopped the shutter.
+  // Hook: the thread has stopped the shutter. Called on the thread, without the lock.
   virtual void OnStop() {}
 
-  // Stops the thread and waits for its end.
+  // Ends the thread, for good. In a hook on the thread itself it does not wait for that.
   void term_thread();
 
-  // The thread's work; its argument is the parameter.
+  // The work of the thread; its argument is the parameter. On any other thread it looks every 250 ms, so that
+  // Stop() of that thread works.
   static void thread_procedure(VThread* thread, void* parameter);
 
-  // Writes one byte: the low 8 bits of the number in the text; 0 gives 1, more than 3 gives 3 ("256" gives 1,
-  // "260" gives 3). An empty text writes nothing, a null buffer is reported, code 6.
+  // The low 8 bits of the number in the text; 0 gives 1, more than 3 gives 3. So "256" gives 1, "260"
+  // gives 3.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 
  private:
@@ -67,7 +71,7 @@ class tavParameterShutter : public tavByteParameter<tavParameterShutter> {
 
   unsigned int m_actionTime = 0;
   bool m_isChangedByThread = false;
-  VEvent m_wakeUp;  // the value may have changed, or the thread must end
+  VEvent m_wakeUp;  // signalled when the value may have changed or the thread must end
   tavWorkerThread m_thread{m_lock};
 };
 

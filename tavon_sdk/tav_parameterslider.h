@@ -11,11 +11,11 @@ class tavParameterSlider : public tavFloatParameter<tavParameterSlider> {
   static constexpr const char* TypeName = "ParameterSlider";
   static constexpr tavReporter Report{"tav_parameterslider"};
 
-  // Stops at 0.0 and 1.0; not-a-number is stored as it is.
+  // Limits the value to 0.0 and 1.0. Not-a-number is stored as it is.
   void SetValue(float value);
 
-  // Writes four bytes: the number in the text, little-endian single precision, stopped at 0.0 and 1.0 after
-  // it was narrowed; not-a-number passes. An empty text writes nothing, a null buffer is reported, code 6.
+  // The number in the text, narrowed to single precision and then limited to 0.0 and 1.0. Not-a-number
+  // passes.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 };
 

@@ -11,8 +11,7 @@ class tavParameterSwitch : public tavOnOffParameter<tavParameterSwitch> {
   static constexpr const char* TypeName = "ParameterSwitch";
   static constexpr tavReporter Report{"tav_parameterswitch"};
 
-  // Writes one byte: 1 when the low 8 bits of the number in the text are not all zero, else 0 ("257" is on,
-  // "256" off). An empty text writes nothing, a null buffer is reported, code 6.
+  // 0 if the low 8 bits of the number in the text are all zero, otherwise 1: "256" is off, "257" is on.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 };
 

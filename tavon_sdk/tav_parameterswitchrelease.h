@@ -5,16 +5,18 @@
 
 namespace tavon {
 
-// A switch that falls back to its rest value when it has been active for its safe time. Rest is 0, or 1 when
-// it is inverted.
+// A switch that returns to its rest value when it has been active for its safe time. The rest value is 0, or
+// 1 if the switch is inverted.
 //
-// The object owns a thread that looks at the value every 250 ms, from the first safe time of a second or more
-// until one below that, or until destruction. The thread takes the lock briefly and never while it waits, so
-// nobody may hold the object's lock who destroys it or sets a safe time below a second.
+// The object owns a thread that examines the value every 250 ms, from the first safe time of 1000 ms or more
+// until a shorter one, or until destruction. The thread takes the lock briefly and never while it waits. Do
+// not destroy the object, or set a safe time below 1000 ms, while holding its lock.
 //
-// The hook OnSafeValue and the virtual SetData are called on that thread, from the first pass on: a class
-// that derives from this one and overrides them sets no safe time before it is fully made, and must call
-// term_thread() first thing in its own destructor.
+// The thread calls the virtual SetData and the hook OnSafeValue. An exception that leaves them ends that call
+// and is reported; the thread goes on. A derived class that overrides either must not set a safe time before
+// it is fully constructed, and must call term_thread() at the beginning of its destructor.
+//
+// The object belongs to the process that made it, see tavWorkerThread.
 class tavParameterSwitchRelease : public tavOnOffParameter<tavParameterSwitchRelease> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterSwitchRelease;
@@ -26,11 +28,12 @@ class tavParameterSwitchRelease : public tavOnOffParameter<tavParameterSwitchRel
   tavParameterSwitchRelease();
   ~tavParameterSwitchRelease() override;
 
-  // Milliseconds after which the active value is released; below 1000 it never is. Once a thread was stopped
-  // by a time below 1000 the object releases nothing any more, whatever is set later: intended. A value that
-  // is set at the very moment of a release may be overtaken by it.
+  // Milliseconds after which an active value is released, up to 250 ms late. A time below 1000 ends the
+  // thread, and nothing is released any more, whatever time is set later, on purpose: a switch that somebody
+  // has taken out of the automatic release stays out. A value that is set at the very moment of a release may
+  // be lost.
   //
-  // Reported: code 5 without memory for the thread, code 1 when it does not start.
+  // If the thread cannot be made (reported with code 5) or started (code 1), nothing is released.
   void SetSafeTime(const unsigned int& ms);
   unsigned int GetSafeTime() const;
 
@@ -38,28 +41,27 @@ class tavParameterSwitchRelease : public tavOnOffParameter<tavParameterSwitchRel
   void IsInverted(bool inverted);
   bool IsInverted() const;
 
-  // As everywhere, and then the safe time starts anew when the value is active, changed or not.
+  // Also starts the safe time anew if the value is active afterwards, even if it did not change.
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
-  // With the elements "invert" and "ms_time", the safe time.
+  // Adds the elements "invert" and "ms_time", the safe time.
   tavString SerializeParametersAsXml() const override;
 
-  // Hook: called on the thread, without the lock, after it has released the value.
+  // Hook: the thread has released the value. Called on the thread, without the lock.
   virtual void OnSafeValue() {}
 
-  // Stops the thread and waits for its end; on the thread itself, in the hook, it only stops.
+  // Ends the thread, for good. In a hook on the thread itself it does not wait for that.
   void term_thread();
 
-  // The thread's work; its argument is the parameter.
+  // The work of the thread; its argument is the parameter.
   static void thread_procedure(VThread* thread, void* parameter);
 
-  // Writes one byte: 1 when the low 8 bits of the number in the text are not all zero, else 0. An empty text
-  // writes nothing, a null buffer is reported, code 6.
+  // 0 if the low 8 bits of the number in the text are all zero, otherwise 1: "256" is off, "257" is on.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 
  private:
-  // What the thread looks at: the value and the milliseconds since it was last set active, of one moment, so
-  // that a new value is never taken for as old as the one before. False when the thread must end.
+  // Reads the value and the milliseconds since it was last set active, in one step, so that a new value never
+  // seems as old as the one before. False if the thread must end.
   bool ReadState(unsigned char& o_value, unsigned int& o_age) const;
 
   unsigned int m_safeTime = 0;

@@ -4,7 +4,7 @@
 
 namespace tavon {
 
-// The set-point of a thermostat in degrees, without limits.
+// The set-point of a thermostat, in degrees. It has no limits.
 class tavParameterThermo : public tavFloatParameter<tavParameterThermo> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterThermo;
@@ -14,8 +14,7 @@ class tavParameterThermo : public tavFloatParameter<tavParameterThermo> {
   // Any number.
   void SetValue(float value) { SetFloat(value); }
 
-  // Writes four bytes: the number in the text, little-endian single precision, any value. An empty text
-  // writes nothing, a null buffer is reported, code 6.
+  // The number in the text, whatever its size.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 };
 

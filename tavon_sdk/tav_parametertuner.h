@@ -4,7 +4,7 @@
 
 namespace tavon {
 
-// The value of a tuner, without limits.
+// The value of a tuner. It has no limits.
 class tavParameterTuner : public tavFloatParameter<tavParameterTuner> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterTuner;
@@ -14,8 +14,7 @@ class tavParameterTuner : public tavFloatParameter<tavParameterTuner> {
   // Any number.
   void SetValue(float value) { SetFloat(value); }
 
-  // Writes four bytes: the number in the text, little-endian single precision, any value. An empty text
-  // writes nothing, a null buffer is reported, code 6.
+  // The number in the text, whatever its size.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 };
 

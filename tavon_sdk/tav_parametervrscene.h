@@ -10,16 +10,27 @@
 namespace tavon {
 
 // A virtual scene: an ordered list of waits and of parameters to set. 1 plays it once, 2 plays it over and
-// over, 0 stops it; a single play ends with the value 0.
+// over, 0 stops it. A single play ends with the value 0.
 //
 // A scene without waits and with few items is played at once, by the thread that sets the value, with the
-// scene's lock held. Any other is played on a thread that the scene owns. The scene owns its items; the
-// parameters they set must outlive it.
+// scene's lock held. Any other scene is played on a thread that it owns. The scene owns its items. The
+// parameters that they set must outlive the scene, or at least its items: delete_scene() removes the items
+// while the parameters still exist.
 //
-// The play thread never holds the lock while it waits or executes an item; whoever destroys or rebuilds the
-// scene waits for it, and so must neither hold the scene's lock nor be the play thread. The hooks and the
-// virtual SetData are called on the play thread: a class that derives from this one and overrides them must
-// call delete_scene() first thing in its own destructor.
+// The play thread never holds the lock while it waits or executes an item. Do not destroy or rebuild the
+// scene while holding its lock, because that waits for the play thread.
+//
+// A play calls the items, the virtual SetData and the hooks OnParameterSet and OnPlayFinish. On the play
+// thread an exception that leaves one of them ends that call and is reported, and the play goes on. In a play
+// at once it ends the play and reaches the caller of SetData.
+//
+// Items and hooks may delete or rebuild the scene: the item that is executing lives until it returns, and the
+// rest of the play is dropped, without OnPlayFinish. They may set the value: a play that is under way is not
+// started again by its own thread, even in a scene that contains itself, directly or through another scene or
+// a link; the value stays as it was set. They must not destroy the scene object itself. A derived class that
+// overrides a hook or SetData must call delete_scene() at the beginning of its destructor.
+//
+// The object belongs to the process that made it, see tavWorkerThread.
 class tavParameterVRScene : public tavByteParameter<tavParameterVRScene> {
  public:
   static constexpr tavEObject TypeId = tavObject_ParameterVRScene;
@@ -28,58 +39,58 @@ class tavParameterVRScene : public tavByteParameter<tavParameterVRScene> {
   static constexpr tavPublishedLines Lines{
       .setDataFromString = 44, .setDataValue = 90, .getDataValue = 94, .comparison = 148};
 
-  // The most items that a scene without waits may have and still be played without a thread; 2 at first. Set
+  // The largest number of items that a scene without waits may have to be played at once; 2 at first. Set it
   // before scenes are built.
   static unsigned char NonThreadParametersCount;
 
   tavParameterVRScene();
   ~tavParameterVRScene() override;
 
-  // Building a scene: Begin discards the one there is, the Add calls append to the new one, End makes it
-  // playable. They return 0 or a reported code: 1 outside of Begin and End or when the thread does not start,
-  // 5 without memory, 6 for a wait below 10 ms or a missing parameter or value. A failed call leaves the
-  // scene as it was. One thread builds at a time.
+  // Build the scene: Begin discards the items, the Add calls append new ones, and End makes the scene ready
+  // to play. They return 0 or a reported code: 1 if Begin was not called or the thread does not start, 5
+  // without memory, 6 for a wait below 10 ms or a missing parameter or value. A failed call leaves the scene
+  // as it was. Only one thread may build at a time.
   //
-  // Once the play thread of a scene has been stopped, which Begin does, the object plays nothing on a thread
-  // any more: intended. A scene that needed a thread once is not played without one later.
+  // A scene object plays on a thread only until its first rebuild, on purpose: Begin ends the thread, and a
+  // stopped scene must stay silent. Nor is such a scene played at once later. Make a new object instead.
   tavEError BuildScene_Begin();
   tavEError BuildScene_AddWait(const unsigned int& ms);
   tavEError BuildScene_AddSetParameter(tavIParameter* pPrm, const unsigned char* pBuffer,
                                        const unsigned int& size);
   tavEError BuildScene_End();
 
-  // True when the scene is played on its thread.
+  // True if the scene is played on its thread.
   bool UseThread() const;
 
   // Values above 2 become 2.
   void SetValue(unsigned char value);
 
-  // Stores the value and plays or stops. On a thread, a request to play is seen only by a thread that waits
-  // for one: a request in the 100 ms between two plays is missed, as is one while it plays. Stopping ends a
-  // running wait. Without a thread only the value 1 plays, and only a scene that has items.
+  // Stores the value, and plays or stops. The play thread misses a request that comes while it plays or in
+  // the 100 ms after a play. Stopping ends a running wait. A scene that is played at once plays only at the
+  // value 1, and only if it has items.
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
-  // With the element "scene": an element for each item, in order. For a parameter that is its id and its
-  // current value, not the one that the scene would set: intended.
+  // Adds the element "scene" with an element for each item, in order. A parameter is described by its id and
+  // its current value, not by the value that the scene sets, on purpose: the XML describes the house as it
+  // is.
   tavString SerializeParametersAsXml() const override;
 
-  // Hook: a single play has ended and the value is 0 again. Not called when a play was stopped.
+  // Hook: a single play has come to its end, and the value is 0 again. Not called for a stopped play.
   virtual void OnPlayFinish() {}
   // Hook: an item has set a parameter.
   virtual void OnParameterSet(tavIParameter* parameter) { static_cast<void>(parameter); }
 
-  // Stops the play thread, ending a running wait, and waits for its end.
+  // Ends the play thread and a running wait, for good. On the play thread itself it does not wait for that.
   void term_thread();
-  // The same, and deletes all items.
+  // Does the same, and deletes all items.
   void delete_scene();
-  // Appends an item, which the scene owns from now on. Not while the scene is played on its thread.
+  // Appends an item, which then belongs to the scene. Other threads must not call it during a play.
   void add_as_last(tavIVirtualItem* item);
 
-  // The play thread's work; its argument is the scene.
+  // The work of the play thread; its argument is the scene.
   static void thread_procedure(VThread* thread, void* scene);
 
-  // Writes one byte: the low 8 bits of the number in the text. An empty text writes nothing, a null buffer is
-  // reported, code 6.
+  // The low 8 bits of the number in the text.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
 
  private:
@@ -103,7 +114,7 @@ class tavParameterVRScene : public tavByteParameter<tavParameterVRScene> {
   bool m_isPlayingAtOnce = false;
   VEvent m_playEvent;
   tavWorkerThread m_thread{m_lock};
-  std::shared_ptr<Items> m_items;  // null while there are none; a play under way has a share, too
+  std::shared_ptr<Items> m_items;  // null while there are none; a play that is under way owns them, too
 };
 
 }  // namespace tavon

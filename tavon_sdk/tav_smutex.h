@@ -6,8 +6,8 @@
 
 namespace tavon {
 
-// A lock held for a scope: locks on construction, unlocks on destruction, also when an exception leaves the
-// scope. The mutex must outlive it.
+// Holds a lock for a scope, and releases it when an exception leaves the scope, too. The mutex must outlive
+// it.
 class tavSMutex {
  public:
   // Waits until the mutex is free, and locks it.
@@ -21,7 +21,7 @@ class tavSMutex {
   // Unlocks before the end of the scope.
   void UnLock() { std::exchange(m_mutex, nullptr)->UnLock(); }
 
-  // The mutex stays locked after the scope, by the calling thread.
+  // Leaves the mutex locked by the calling thread when the scope ends.
   void LeaveLocked() { m_mutex = nullptr; }
 
  private:

@@ -4,12 +4,12 @@
 
 namespace tavon {
 
-// What the types whose value is a text share. The text takes the place of the byte that the base stores:
-// bytes, usually UTF-8, not checked. Its size as data counts a terminating zero.
+// What the types whose value is a text have in common. The text, usually UTF-8 but not checked, takes the
+// place of the byte that the base stores. Its size as data includes a terminating zero.
 template <class Self>
 class tavTextParameter : public tavConcreteParameter<Self, 1> {
  public:
-  // None: the value travels as the text itself, whatever its length.
+  // 0 stands for any size: an event carries the text itself.
   static constexpr std::size_t ValueSize = 0;
 
   // The characters, with a terminating zero.
@@ -33,9 +33,9 @@ class tavTextParameter : public tavConcreteParameter<Self, 1> {
     io_buffer[m_text.copy(reinterpret_cast<char*>(io_buffer), m_text.size())] = 0;
   }
 
-  // Replaces the text by exactly `size` bytes; the flag has no meaning. A null or empty argument does
-  // nothing, and unlike with other types the lock is not kept. So a text never becomes empty again this way:
-  // intended.
+  // Replaces the text by exactly `size` bytes and ignores the flag. Null or empty data does nothing and,
+  // unlike with other types, leaves nothing locked; so a text never becomes empty again, on purpose: an empty
+  // event does not erase what users see.
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char /*flag*/) override {
     if (data == nullptr || size == 0) return;
     ReplaceText(m_text, std::string(reinterpret_cast<const char*>(data), size));
@@ -45,18 +45,18 @@ class tavTextParameter : public tavConcreteParameter<Self, 1> {
   tavString ValueToString() const override { return CopyText(); }
 
  protected:
-  // For getters: not virtual, so a class that decorates ValueToString can call them from it.
+  // A copy of the text. Not virtual: a derived class may call the getters from its own ValueToString.
   tavString CopyText() const {
     const tavSMutex lock(&this->m_lock);
     return m_text;
   }
 
-  // Stores a text that differs from the stored one, after marking the object dirty.
-  void ReplaceText(tavString& stored, const tavString& text) {
+  // Stores a text if it differs, and marks the object dirty before.
+  void ReplaceText(tavString& io_stored, const tavString& text) {
     const tavSMutex lock(&this->m_lock);
-    if (stored == text) return;
+    if (io_stored == text) return;
     this->IsDirty(true);
-    stored = text;
+    io_stored = text;
   }
 
   // The value.

@@ -8,22 +8,22 @@
 
 namespace tavon {
 
-// One rule of a driver/driven link; owns copies of both operands.
+// One rule of a link. It owns copies of both operands.
 class LinkWithParameterData {
  public:
-  // Without memory for a copy code 5 is reported, and GetError() is what the log returned.
+  // If there is no memory for a copy, code 5 is reported, and GetError() is what the log returned.
   LinkWithParameterData(tavECodeOperator op, const unsigned char* driverData, unsigned int driverSize,
                         const unsigned char* drivenData, unsigned int drivenSize);
 
   // 0, or the code of what was reported.
   tavEError GetError() const { return m_error; }
 
-  // True when the rule holds for the current value of `driver`.
+  // True if the rule holds for the current value of `driver`.
   bool Holds(const tavIParameter& driver) const {
     return driver.Comparison(m_operator, m_driverData.get(), m_driverSize);
   }
 
-  // Sets the target; bytes of its value that the rule does not reach become 0.
+  // Sets the target. Bytes of its value beyond those of the rule become 0.
   void Apply(tavIParameter& target) const { target.SetData(m_drivenData.get(), m_drivenSize, 1); }
 
  private:
@@ -34,23 +34,21 @@ class LinkWithParameterData {
 
   tavEError m_error = tavError_NoError;
   tavECodeOperator m_operator;
-  Operand m_driverData;  // with a zero behind it, for comparisons that look for one
+  // Followed by a zero, for comparisons that look for one.
+  Operand m_driverData;
   unsigned int m_driverSize;
   Operand m_drivenData;
   unsigned int m_drivenSize;
 };
 
-// A parameter with a value of N bytes: stores it, drives the target, keeps styles and settings. What the
-// bytes mean is left to the types that derive from it.
-//
-// The value is zero after construction. SetData with a null or empty argument changes nothing and leaves the
-// object locked by the calling thread, so that every other thread waits at it: intended.
+// A parameter with a value of N bytes: stores the value, drives the target, keeps styles and settings. The
+// derived types give the bytes their meaning. All bytes are 0 after construction.
 template <unsigned int N>
 class tavTParameter : public tavIParameter {
  public:
   bool IsValid() const override { return true; }
 
-  // Tries the rules of the link, see AddDrivenMapItem. Called by the object when it is made clean.
+  // Tries the rules of the link, see AddDrivenMapItem.
   void OnDirty() override;
 
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
@@ -75,8 +73,8 @@ class tavTParameter : public tavIParameter {
 
  private:
   tavIParameter* m_drivenTarget = nullptr;
-  std::list<LinkWithParameterData>
-      m_drivenMap;  // most parameters drive none, and an empty list takes no memory
+  // Most parameters drive none, and an empty list needs no memory.
+  std::list<LinkWithParameterData> m_drivenMap;
   tavArray<tavString> m_uiStyles;
   tavString m_settings;
 };

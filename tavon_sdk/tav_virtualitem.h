@@ -4,7 +4,7 @@
 
 namespace tavon {
 
-// One step of a scene, linked to the next. A scene owns its items; the links own nothing.
+// One step of a scene, linked to the next. The scene owns its items; the links own nothing.
 class tavIVirtualItem {
  public:
   virtual ~tavIVirtualItem() = default;
@@ -12,10 +12,10 @@ class tavIVirtualItem {
   // 0 for a wait, 1 for the setting of a parameter.
   virtual int GetType() const = 0;
 
-  // Does the step on the calling thread.
+  // Executes the step on the calling thread.
   virtual unsigned int Execute() = 0;
 
-  // Ends a running Execute early, where that takes time. For any thread.
+  // Ends an Execute that is running, if it takes time. Any thread may call it.
   virtual void ExitExecute() = 0;
 
   // The item after this one; null at the end.
@@ -23,7 +23,7 @@ class tavIVirtualItem {
   virtual tavIVirtualItem* GetNext() = 0;
 };
 
-// The link to the next item. It is set while a scene is built and only read while it is played.
+// The link to the next item. It is set while the scene is built, and only read while it is played.
 class tavVirtualItem : public tavIVirtualItem {
  public:
   void SetNext(tavIVirtualItem* next) override { m_next = next; }

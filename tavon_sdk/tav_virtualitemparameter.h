@@ -7,11 +7,11 @@
 
 namespace tavon {
 
-// The setting of a parameter to a stored value in a scene. It owns a copy of the value; the parameter must
-// outlive it.
+// Step of a scene that sets a parameter to a stored value. It owns a copy of the value; the parameter must
+// outlive the item.
 class tavVirtualItemParameter : public tavVirtualItem {
  public:
-  // Reported and returned: code 6 when the parameter or the value is missing, code 5 without memory.
+  // Returns 0 or a reported code: 6 if the parameter or the value is missing, 5 without memory.
   tavEError SetParameter(tavIParameter* pPrm, const unsigned char* pBuffer, const unsigned int& size);
 
   // The parameter to set, or null.
@@ -19,7 +19,7 @@ class tavVirtualItemParameter : public tavVirtualItem {
 
   int GetType() const override { return 1; }
 
-  // Sets the parameter. Code 6 is reported and returned when there is none or no value.
+  // Sets the parameter. Reports and returns code 6 if there is no parameter or no value.
   unsigned int Execute() override;
 
   void ExitExecute() override {}

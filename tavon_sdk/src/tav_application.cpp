@@ -5,7 +5,7 @@
 namespace tavon {
 
 unsigned int tavApplication::Init(int argc, char** argv) {
-  // A program may be started without any argument, its own name included.
+  // A program may be started without any argument, not even its own name.
   FullPath = vlib::AbsolutePath(argc > 0 ? argv[0] : "");
   return 0;
 }

@@ -45,12 +45,12 @@ tavCommandLine::tavCommandLine(const char* commandText) {
   }
 }
 
-bool tavCommandLine::GetArgument(const tavString& name, tavString* value) const {
-  if (value != nullptr) value->clear();
+bool tavCommandLine::GetArgument(const tavString& name, tavString* o_value) const {
+  if (o_value != nullptr) o_value->clear();
   const auto option = std::find_if(m_arguments.begin(), m_arguments.end(),
                                    [&](const tavString& argument) { return argument.IsEqualNoCase(name); });
   if (option == m_arguments.end()) return false;
-  if (value != nullptr && option + 1 != m_arguments.end()) *value = option[1];
+  if (o_value != nullptr && option + 1 != m_arguments.end()) *o_value = option[1];
   return true;
 }
 

@@ -71,7 +71,7 @@ void tavObject::IsDirty(bool dirty) {
   const bool wasDirty = (m_flags & kDirty) != 0;
   m_flags = static_cast<unsigned char>(dirty ? m_flags | kDirty : m_flags & ~kDirty);
   lock.UnLock();
-  // Without the lock: the hook sets other objects, which take their own.
+  // Without the lock, because the hook sets other objects, which take locks of their own.
   if (wasDirty && !dirty) OnDirty();
 }
 

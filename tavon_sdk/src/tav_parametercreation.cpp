@@ -1,5 +1,5 @@
-// Making parameter objects, apart from the rest of the factory: a program that only converts values links no
-// objects and no threads.
+// The part of the factory that makes objects. It has a source of its own so that a program which only
+// converts values links no objects and no threads.
 #include <algorithm>
 #include <new>
 

@@ -19,7 +19,7 @@ constexpr unsigned char Limit(unsigned char command) { return std::clamp(command
 
 unsigned int Now() { return static_cast<unsigned int>(tavTime::GetTime()); }
 
-void WriteCommand(const tavString& text, unsigned char* target) { *target = Limit(LowByte(text)); }
+void WriteCommand(const tavString& text, unsigned char* o_value) { *o_value = Limit(LowByte(text)); }
 
 }  // namespace
 
@@ -29,7 +29,7 @@ tavParameterShutter::tavParameterShutter() {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
-      // The text names another type; it is known so to those who search their logs for it.
+      // The text names another type, on purpose: people search their logs for it as it is.
       Report(tavError_OutOfMemory, "Can not create thread for BlackParameter_ThermoChronoWeek\n", 61);
       break;
     case tavThreadStart::Failed:
@@ -81,9 +81,8 @@ void tavParameterShutter::term_thread() {
   m_thread.WaitForEnd();
 }
 
-// While no travel is timed there is nothing to see before the value changes. The first look after that is
-// when it would be with one look every period, so a command is never acted on earlier. What is left of the
-// period is waited for by the caller.
+// Sleeps until the value may have changed. Returns the rest of the running period: the thread looks at a new
+// command when it would have looked without sleeping, so no command is acted on earlier.
 unsigned int tavParameterShutter::WaitForChange(unsigned int firstLook) {
   m_wakeUp.Wait();
   m_wakeUp.Reset();
@@ -92,10 +91,10 @@ unsigned int tavParameterShutter::WaitForChange(unsigned int firstLook) {
 
 void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
   auto& self = *static_cast<tavParameterShutter*>(parameter);
-  // Any other thread could not be woken by its own Stop(), so it looks every period.
+  // Only this object's thread can be woken. Any other one looks every period, so that its Stop() works.
   const bool maySleep = self.m_thread.Is(thread);
   unsigned char lastSeen = 0;
-  unsigned int startTime = 0;  // 0: no travel is timed. A clock that happens to read 0 counts as that, too.
+  unsigned int startTime = 0;  // 0 while no travel is timed, even if the clock happens to read 0
   const unsigned int firstLook = Now();
   while (!self.m_thread.MustEnd()) {
     const unsigned char value = self.GetValue();
@@ -108,7 +107,7 @@ void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
       tavWorkerThread::Guard([&] { self.SetByte(kStop); });
       {
         const tavSMutex lock(&self.m_lock);
-        // Not when a command has come meanwhile: the last change is that one.
+        // If a command has come meanwhile, that is the last change.
         if (self.m_value[0] == kStop) self.m_isChangedByThread = true;
       }
       tavWorkerThread::Guard([&] { self.OnStop(); });
@@ -119,7 +118,7 @@ void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
 }
 
 tavEError tavParameterShutter::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, 26, WriteCommand);
+  return EncodeValue(text, o_pBuffer, Report, WriteCommand, 26);
 }
 
 }  // namespace tavon

@@ -5,15 +5,15 @@
 namespace tavon {
 namespace {
 
-// Written as comparisons: not-a-number must pass, and so must a tiny negative number that was narrowed to
-// -0.0.
+// Written as comparisons, because not-a-number must pass, and so must -0.0, which tiny negative numbers
+// become.
 float Limit(float position) {
   if (position > 1.0F) return 1.0F;
   return position < 0.0F ? 0.0F : position;
 }
 
-void WritePosition(const tavString& text, unsigned char* target) {
-  StoreFloat(Limit(ReadFloat(text)), target);
+void WritePosition(const tavString& text, unsigned char* o_value) {
+  StoreFloat(Limit(ReadFloat(text)), o_value);
 }
 
 }  // namespace
@@ -21,7 +21,7 @@ void WritePosition(const tavString& text, unsigned char* target) {
 void tavParameterSlider::SetValue(float value) { SetFloat(Limit(value)); }
 
 tavEError tavParameterSlider::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, 18, WritePosition);
+  return EncodeValue(text, o_pBuffer, Report, WritePosition, 18);
 }
 
 }  // namespace tavon

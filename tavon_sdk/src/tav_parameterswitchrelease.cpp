@@ -75,7 +75,7 @@ void tavParameterSwitchRelease::term_thread() {
 bool tavParameterSwitchRelease::ReadState(unsigned char& o_value, unsigned int& o_age) const {
   const tavSMutex lock(&m_lock);
   o_value = m_value[0];
-  // Unsigned 32-bit arithmetic is right across the wrap of the clock.
+  // Unsigned arithmetic gives the right age even when the clock has wrapped.
   o_age = static_cast<unsigned int>(tavTime::GetTime()) - m_activationTime;
   return !m_thread.MustEnd();
 }
@@ -102,7 +102,7 @@ void tavParameterSwitchRelease::thread_procedure(VThread* thread, void* paramete
 
 tavEError tavParameterSwitchRelease::GetBinaryDataFromString(const tavString& text,
                                                              unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, 23, WriteOnOff);
+  return EncodeValue(text, o_pBuffer, Report, WriteOnOff, 23);
 }
 
 }  // namespace tavon

@@ -21,15 +21,15 @@ constexpr std::size_t OffsetOf(int day, int hour) {
   return 1 + kFloatSize * static_cast<std::size_t>(day * kHours + hour);
 }
 
-// The schedule's day (0 is Monday) of a calendar's week day (0 is Sunday).
+// The schedule's day (0 is Monday) for a calendar's week day (0 is Sunday).
 constexpr int ScheduleDay(int weekDay) { return weekDay == 0 ? kDays - 1 : weekDay - 1; }
 
 // The next hour for which a set-point is due.
 struct DueHour {
   int day;
   int hour;
-  unsigned int wait;   // ms from `start` on, to one second before the hour
-  unsigned int start;  // ms, of the clock that wraps
+  unsigned int wait;   // ms after `start`, to one second before the hour
+  unsigned int start;  // ms on the clock that wraps
 };
 
 DueHour NextHour() {
@@ -38,7 +38,7 @@ DueHour NextHour() {
   int minute = 0;
   int second = 0;
   tavTime::GetDateTime(nullptr, nullptr, nullptr, nullptr, &weekDay, &hour, &minute, &second);
-  // One second before the hour there is a whole hour to wait; in a leap second it is one less.
+  // At hh:59:59 there is a whole hour to wait; in a leap second it is one second less.
   const int remaining = 3599000 - 60000 * minute - 1000 * second;
   const bool isLastHour = hour == kHours - 1;
   return {.day = ScheduleDay(isLastHour ? (weekDay + 1) % kDays : weekDay),
@@ -47,17 +47,17 @@ DueHour NextHour() {
           .start = static_cast<unsigned int>(tavTime::GetTime())};
 }
 
-// True when the text is a list, and so a whole schedule.
-bool WriteSchedule(const tavString& text, unsigned char* target) {
+// True if the text is a list, and so a whole schedule.
+bool WriteSchedule(const tavString& text, unsigned char* o_value) {
   const bool isList = text.find(',') != tavString::npos;
-  if (isList) std::fill_n(target, kValueSize, static_cast<unsigned char>(0));
+  if (isList) std::fill_n(o_value, kValueSize, static_cast<unsigned char>(0));
 
-  std::size_t index = 0;  // of the piece: 0 is the active byte, then come the set-points
+  std::size_t index = 0;  // of the piece: the active byte is piece 0, the set-points follow
   vlib::ForEachPiece(text, ",", [&](std::string_view piece, bool) {
     if (index == 0) {
-      *target = LowByte(std::string(piece));
+      *o_value = LowByte(std::string(piece));
     } else if (index <= kSetPoints) {
-      StoreFloat(ReadFloat(std::string(piece)), target + 1 + (index - 1) * kFloatSize);
+      StoreFloat(ReadFloat(std::string(piece)), o_value + 1 + (index - 1) * kFloatSize);
     }
     ++index;
   });
@@ -174,7 +174,7 @@ void tavParameterThermoChronoWeek::thread_procedure(VThread* thread, void* param
 
 tavEError tavParameterThermoChronoWeek::GetBinaryDataFromString(const tavString& text,
                                                                 unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, 25, WriteSchedule);
+  return EncodeValue(text, o_pBuffer, Report, WriteSchedule, 25);
 }
 
 }  // namespace tavon

@@ -36,8 +36,8 @@ class ScopedFlag {
 
 }  // namespace
 
-// The list of items and their owner. A play has a share in it: should a hook or an item delete the scene's
-// items, the one that is executing lives on until it returns.
+// Owner of the list of items. A play shares the ownership, so that the executing item lives until it returns
+// even if it deletes the items of its scene.
 struct tavParameterVRScene::Items {
   Items() = default;
   ~Items() {
@@ -53,7 +53,7 @@ struct tavParameterVRScene::Items {
   tavIVirtualItem* last = nullptr;  // where the next is appended
 };
 
-// An item and what it is, which is asked for once: at most one of the two pointers is set.
+// An item and its kind, which is asked for once. At most one of the two pointers is set.
 struct tavParameterVRScene::Step {
   explicit Step(tavIVirtualItem& stepItem) : item(stepItem) {
     switch (item.GetType()) {
@@ -159,12 +159,13 @@ void tavParameterVRScene::SetData(const unsigned char* data, const unsigned int&
     } else {
       m_playEvent.Signal();
     }
-    // Only a thread that waits now has seen the request: intended. The signal that ends a thread must stay.
+    // Only a thread that waits now sees the request, on purpose: requests do not queue up behind a play. The
+    // signal that ends a thread must stay.
     if (!m_thread.MustEnd()) m_playEvent.Reset();
     return;
   }
-  // Whoever has the lock while a play at once is under way is that play itself, which has come back here by
-  // one of its hooks or items: it is not started again.
+  // A play at once holds the lock. So if one is under way here, this call comes from one of its own items or
+  // hooks, and must not start it again.
   if (m_value[0] == kPlayOnce && FirstItem() != nullptr && !m_isPlayingAtOnce) PlayAtOnce();
 }
 
@@ -221,7 +222,7 @@ void tavParameterVRScene::add_as_last(tavIVirtualItem* item) {
   m_items->last = item;
 }
 
-// An item for a list that is there: appending it cannot fail. Null without memory.
+// Makes an item, and first the list, so that appending the item cannot fail. Null without memory.
 template <class Item>
 std::unique_ptr<Item> tavParameterVRScene::MakeItem() {
   try {
@@ -252,14 +253,14 @@ void tavParameterVRScene::ExecuteStep(const Step& step) {
   if (step.setting != nullptr) OnParameterSet(step.setting->GetParameter());
 }
 
-// Whether a play of these items goes on: it was not stopped, and they are still the scene's.
+// True if a play of these items is to go on: it was not stopped, and the scene still has them.
 bool tavParameterVRScene::IsPlaying(const std::shared_ptr<Items>& items) const {
   const tavSMutex lock(&m_lock);
   return !m_thread.MustEnd() && m_value[0] != kStopped && m_items == items;
 }
 
-// Whether the play goes on with an item. Asked and announced in one step, so that a stop either is seen here
-// or ends the wait that is about to begin.
+// True if the play is to go on with an item. A wait is announced in the same step, so that a stop either is
+// seen here or ends the wait that is about to begin.
 bool tavParameterVRScene::MayExecute(const std::shared_ptr<Items>& items, const Step& step) const {
   const tavSMutex lock(&m_lock);
   if (!IsPlaying(items)) return false;
@@ -267,7 +268,7 @@ bool tavParameterVRScene::MayExecute(const std::shared_ptr<Items>& items, const 
   return true;
 }
 
-// Plays again and again while the value says so. True when a single play came to its end.
+// Plays again and again while the value says so. True if a single play came to its end.
 bool tavParameterVRScene::PlayItems(const std::shared_ptr<Items>& items) {
   tavIVirtualItem* const first = items ? items->first : nullptr;
   do {
@@ -319,7 +320,7 @@ void tavParameterVRScene::thread_procedure(VThread* thread, void* scene) {
 }
 
 tavEError tavParameterVRScene::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, 28, WriteByte);
+  return EncodeValue(text, o_pBuffer, Report, WriteByte, 28);
 }
 
 }  // namespace tavon

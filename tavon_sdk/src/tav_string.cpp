@@ -29,16 +29,17 @@ tavString& tavString::SetShrink(const tavString& characters, bool left) {
     vlib::TrimLeft(*this, characters);
   } else {
     const std::size_t last = find_last_not_of(characters);
-    // Stopped by the first character, wanted or not: the text stays whole.
+    // Position 0 means that every other character is in the set: the text stays whole.
     if (last != npos && last != 0) erase(last + 1);
   }
   return *this;
 }
 
-void tavString::GetSplit(tavArray<tavString>* out, const tavString& separator) const {
-  if (out == nullptr) return;
-  vlib::ForEachPiece(*this, separator,
-                     [out](std::string_view piece, bool) { out->emplace_back(std::string(piece)); });
+void tavString::GetSplit(tavArray<tavString>* o_pieces, const tavString& separator) const {
+  if (o_pieces == nullptr) return;
+  vlib::ForEachPiece(*this, separator, [o_pieces](std::string_view piece, bool) {
+    o_pieces->emplace_back(std::string(piece));
+  });
 }
 
 std::int32_t tavString::AsLong(const tavString& text, int base) {
@@ -83,8 +84,8 @@ void tavString::AsWide(const tavString& text, wchar_t* io_buffer, unsigned int c
   }
 }
 
-void CharToWide(wchar_t* out, unsigned int capacity, const char* in, unsigned int inLength) {
-  vlib::CopyUtf8ToWide(out, capacity, in, inLength);
+void CharToWide(wchar_t* o_wide, unsigned int capacity, const char* in, unsigned int inLength) {
+  vlib::CopyUtf8ToWide(o_wide, capacity, in, inLength);
 }
 
 }  // namespace tavon

@@ -74,7 +74,7 @@ int tavSystemUtility::UnMountDevice(const tavString& device) {
 int tavSystemUtility::CreateFolder(const tavString& path) { return IsSilent(FirstLine("mkdir -p " + path)); }
 
 int tavSystemUtility::SetFolderOwner(const tavString& folder, const tavString& owner) {
-  // The second argument comes first, as it is meant to: chown wants the owner before the folder.
+  // The second argument comes first, on purpose: chown wants the owner before the folder.
   return IsSilent(FirstLine("chown " + owner + " -R " + folder));
 }
 
@@ -94,7 +94,7 @@ int tavSystemUtility::Ping(tavString host, int count) {
   vlib::CommandOutput output("ping " + host + " -c " + std::to_string(count) + " | grep ttl");
   if (!HasPipe(output)) return 0;
   int answers = 0;
-  bool isNewLine = true;  // a long line comes in pieces and is one answer all the same
+  bool isNewLine = true;  // a long line comes in pieces, but is one answer
   for (std::string piece; output.ReadLine(piece); isNewLine = piece.back() == '\n')
     answers += isNewLine ? 1 : 0;
   return answers;
@@ -110,7 +110,7 @@ int tavSystemUtility::SuperPing(tavString host) { return Ping(host, 1) > 0 ? 1 :
 // NOLINTEND(performance-unnecessary-value-param)
 
 int tavSystemUtility::KillAll(const tavString& first, const tavString& second) {
-  // The second argument comes first, as it is meant to: it is the signal or another option of killall.
+  // The second argument comes first, on purpose: it is the signal or another option of killall.
   const vlib::CommandOutput output("killall " + second + " " + first);
   HasPipe(output);
   return 0;

@@ -19,7 +19,7 @@ LinkWithParameterData::LinkWithParameterData(tavECodeOperator op, const unsigned
       m_drivenData(Copy(drivenData, drivenSize, "m_pDrivenData == 0", 80)),
       m_drivenSize(drivenSize) {}
 
-// A copy with a zero behind it, or null after a report.
+// A copy followed by a zero, or null after a report.
 LinkWithParameterData::Operand LinkWithParameterData::Copy(const unsigned char* data, unsigned int size,
                                                            const char* message, int line,
                                                            const char* function) {
@@ -49,7 +49,8 @@ template <unsigned int N>
 void tavTParameter<N>::SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) {
   tavSMutex lock(&m_lock);
   if (data == nullptr || size == 0) {
-    lock.LeaveLocked();  // intended: an invalid write keeps every other thread out of the object
+    // On purpose: an invalid write keeps every other thread out of the object.
+    lock.LeaveLocked();
     return;
   }
   const unsigned int stored = std::min(size, N);

@@ -5,7 +5,7 @@
 #include "tav_string.h"
 #include "vnumber.h"
 
-// The rules by which value texts become bytes, shared by the parameter types. Internal to the SDK.
+// How texts of values become bytes: the rules that several parameter types share. Internal to the SDK.
 namespace tavon {
 
 // The low 8 bits of the number in a text: "256" gives 0, "-1" gives 255.
@@ -17,20 +17,26 @@ inline unsigned char LowByte(const tavString& text) {
 inline float ReadFloat(const tavString& text) { return vlib::NarrowToFloat(tavString::AsDouble(text)); }
 
 // On or off. Only the low 8 bits of the number count, on purpose: "257" is on, "256" is off.
-inline void WriteOnOff(const tavString& text, unsigned char* target) { *target = LowByte(text) != 0 ? 1 : 0; }
+inline void WriteOnOff(const tavString& text, unsigned char* o_value) {
+  *o_value = LowByte(text) != 0 ? 1 : 0;
+}
 
-inline void WriteByte(const tavString& text, unsigned char* target) { *target = LowByte(text); }
+inline void WriteByte(const tavString& text, unsigned char* o_value) { *o_value = LowByte(text); }
 
-inline void WriteFloat(const tavString& text, unsigned char* target) { StoreFloat(ReadFloat(text), target); }
+inline void WriteFloat(const tavString& text, unsigned char* o_value) {
+  StoreFloat(ReadFloat(text), o_value);
+}
 
-// One byte that only says that there is a text; the text itself is the value of these types.
-inline void WritePresence(const tavString& /*text*/, unsigned char* target) { *target = 1; }
+// One byte that only says that there is a text. The value of these types is the text itself.
+inline void WritePresence(const tavString& /*text*/, unsigned char* o_value) { *o_value = 1; }
 
-// What every encoder begins with: an empty text writes nothing, a null buffer is reported (code 6) with the
-// type's published line. Otherwise write(text, buffer) does the work. Returns 0 or the reported code.
+// How every GetBinaryDataFromString begins: an empty text writes nothing, and a null buffer is reported (code
+// 6), with the type's line if that is published. Otherwise calls write(text, o_pBuffer). Returns 0 or the
+// reported code.
 template <class Writer>
-tavEError EncodeValue(const tavString& text, unsigned char* o_pBuffer, const tavReporter& report, int line,
-                      Writer write, const char* function = __builtin_FUNCTION()) {
+tavEError EncodeValue(const tavString& text, unsigned char* o_pBuffer, const tavReporter& report,
+                      Writer write, int line = __builtin_LINE(),
+                      const char* function = __builtin_FUNCTION()) {
   if (text.empty()) return tavError_NoError;
   if (o_pBuffer == nullptr) return report(tavError_InvalidArgument, "o_pBuffer == 0", line, function);
   write(text, o_pBuffer);

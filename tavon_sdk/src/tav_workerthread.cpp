@@ -12,12 +12,12 @@ namespace {
 
 constexpr tavReporter kReport{"tav_workerthread"};
 
-// Reports the exception that is being handled. A log at a throwing level throws its record again.
+// Reports the exception that is being handled. A log at a throwing level throws again.
 void ReportCurrentException() {
   try {
     throw;
   } catch (const tavError& error) {
-    // A log that throws a record has printed and stored it before.
+    // If the log throws its records, it has printed and stored this one.
     if ((tavError::Level & tavLogLevel_Throw) == 0) tavErrorLog(error);
   } catch (const dro::droError& error) {
     if ((dro::droError::Level & dro::droLogLevel_Throw) == 0) dro::droErrorLog(error);
@@ -64,7 +64,7 @@ void tavWorkerThread::ReportException() {
   } catch (const abi::__forced_unwind&) {
     throw;
   } catch (...) {
-    // The log throws, or there is no memory for a record: there is nobody left to tell.
+    // The log throws, or there is no memory for a record: nobody can be told.
   }
 }
 
