@@ -10,12 +10,12 @@
 namespace {
 
 using Bytes = std::vector<unsigned char>;
-
 struct LineCase {
   const char* name;
   Bytes datagram;
   const char* line;
 };
+void PrintTo(const LineCase& line, std::ostream* o_stream) { *o_stream << line.name; }
 
 class DatagramTextLine : public testing::TestWithParam<LineCase> {};
 TEST_P(DatagramTextLine, ShowsIdLengthAndBytes) {
@@ -29,8 +29,7 @@ INSTANTIATE_TEST_SUITE_P(
         LineCase{"NoValue", {1, 2, 0, 0, 0}, "id 513 length 0 value"},
         LineCase{"TooFewBytes", {1, 0, 0, 0, 2, 7}, "id 1 length 2 value 07 (carries 1 value bytes)"},
         LineCase{"NoHeader", {1, 2, 3}, "bytes 01 02 03 (no event: 3 bytes, at least 5 expected)"},
-        LineCase{"Nothing", {}, "bytes (no event: 0 bytes, at least 5 expected)"}),
-    [](const auto& instance) { return instance.param.name; });
+        LineCase{"Nothing", {}, "bytes (no event: 0 bytes, at least 5 expected)"}));
 
 struct MeaningCase {
   const char* name;
@@ -38,6 +37,7 @@ struct MeaningCase {
   Bytes value;
   const char* end;  // of the line, behind the bytes
 };
+void PrintTo(const MeaningCase& meaning, std::ostream* o_stream) { *o_stream << meaning.name; }
 
 class DatagramTextMeaning : public testing::TestWithParam<MeaningCase> {};
 TEST_P(DatagramTextMeaning, IsWhatAParameterOfTheTypeReads) {
@@ -55,7 +55,6 @@ INSTANTIATE_TEST_SUITE_P(
         MeaningCase{"UnprintableText", "ParameterInfo", {'H', 10, 0xC3}, " means H\\x0A\\xC3"},
         MeaningCase{"ScheduleSwitch", "ParameterThermoChronoWeek", {1}, " means the schedule is on"},
         MeaningCase{"CutSchedule", "ParameterThermoChronoWeek", {1, 0}, " means the first 2 of 673 bytes"},
-        MeaningCase{"NoValue", "ParameterThermo", {}, ""}),
-    [](const auto& instance) { return instance.param.name; });
+        MeaningCase{"NoValue", "ParameterThermo", {}, ""}));
 
 }  // namespace

@@ -9,8 +9,7 @@
 
 namespace {
 
-using testing::HasSubstr;
-using testing::MatchesRegex;
+using testing::HasSubstr, testing::MatchesRegex;
 
 unsigned short FreePort() { return LoopbackReceiver().Port(); }
 
