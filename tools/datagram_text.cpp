@@ -29,8 +29,8 @@ std::uint32_t ReadId(std::span<const unsigned char> datagram) {
   return id;
 }
 
-// Takes the character at `position` of a text; false when a terminal is better not given it: a control
-// character, or a byte that is no UTF-8.
+// Moves past the character at `position`. False when it must not reach a terminal: a control character, or a
+// byte that is not UTF-8.
 bool TakePrintable(std::string::const_iterator& position, std::string::const_iterator end) {
   const auto start = position;
   try {
@@ -42,7 +42,7 @@ bool TakePrintable(std::string::const_iterator& position, std::string::const_ite
   }
 }
 
-// Text that stays on its line and moves no cursor: what is not printable as "\\x0A".
+// Text that stays on its line and moves no cursor: bytes that are not printable become "\\x0A".
 std::string Printable(const std::string& text) {
   std::string printable;
   for (auto position = text.begin(); position != text.end();) {
@@ -59,7 +59,7 @@ std::string Printable(const std::string& text) {
   return printable;
 }
 
-// What the value is to a parameter; nothing when there are no bytes to give it.
+// What the value means to a parameter; empty when there are no bytes to set it to.
 std::string Meaning(std::span<const unsigned char> value, tavon::tavIParameter& parameter) {
   if (value.empty()) return {};
   const bool isActiveByte = parameter.GetParameterThermoChronoWeekPtr() != nullptr && value.size() == 1;

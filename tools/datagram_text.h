@@ -11,7 +11,7 @@
 // has more or fewer is shown with all it carries and a remark in parentheses; one too short for an id and a
 // length is shown as bytes.
 //
-// With a parameter (may be null) the value is shown as the model reads it, too: the parameter is given the
-// bytes and asked for its text, " means 1". A value that its type does not send whole, such as a weekly
-// schedule, is shown for what it is: " means the first 161 of 673 bytes".
+// With a parameter (may be null) the line also tells what the value means: the parameter is set to the bytes
+// and asked for its text, " means 1". A value that is not sent whole, such as a weekly schedule, is shown for
+// what it is: " means the first 161 of 673 bytes".
 std::string DatagramText(std::span<const unsigned char> datagram, tavon::tavIParameter* parameter = nullptr);
