@@ -11,6 +11,9 @@ constexpr std::array kTexts = {"The operation failed.", "Standard Library ", "Un
                                "Out of Range.",         "Division By Zero.", "Network communication error."};
 constexpr int kDroWarning = 1;
 
+// The library prints them in colour, but for those of the log itself.
+bool HasColour(const Report& report) { return report.function != "droErrorLog"; }
+
 bool IsFromDro(const Report& report) { return report.source.starts_with("dro_"); }
 
 std::string TextOf(const Report& report) {
@@ -41,7 +44,8 @@ std::string LineOf(const Report& report, const std::string& printed, std::size_t
 void Append(std::string& text, const Report& report, const std::string& printed) {
   const bool isWarning = IsFromDro(report) && report.code == kDroWarning;
   if (IsFromDro(report)) {
-    text += isWarning ? "\x1B[33m[" : "\x1B[31m[";
+    if (HasColour(report)) text += isWarning ? "\x1B[33m" : "\x1B[31m";
+    text += "[";
     text += TimePrinted(printed, text.size()) + "]\n";
   }
   if (isWarning) {
@@ -57,7 +61,7 @@ void Append(std::string& text, const Report& report, const std::string& printed)
     text += LineOf(report, printed, text.size()) + "\n";
     text += "Custom Message - : " + report.message + "\n";
   }
-  if (IsFromDro(report)) text += "\x1B[0m";
+  if (IsFromDro(report) && HasColour(report)) text += "\x1B[0m";
 }
 
 }  // namespace

@@ -20,6 +20,18 @@ struct Report {
   std::optional<int> line = std::nullopt;
 };
 
+// Makes the reports of one source file that have one code:
+//
+//   constexpr ReportsOf kFailure{"dro_osfile", 2};
+//   ... kFailure("Open", "Invalid file") ...
+struct ReportsOf {
+  const char* source;
+  int code;
+  Report operator()(const char* function, const std::string& message) const {
+    return {.code = code, .source = source, .function = function, .message = message};
+  }
+};
+
 // A message with the system error that follows it in records of failed system calls.
 std::string WithSystemError(const std::string& message, int error);
 

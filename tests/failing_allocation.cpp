@@ -16,18 +16,22 @@ bool Fails(std::size_t bytes) {
   return currentShortage != nullptr && !isAllocating && currentShortage->Meets(bytes);
 }
 
-// Calls the operator that this program would have without the ones below, so that a sanitizer sees what is
-// allocated and how. Those of the C++ library call each other; that counts as one allocation.
-template <class... NoThrow>
-void* Allocate(const char* symbolOn64Bits, const char* symbolOn32Bits, std::size_t bytes,
-               NoThrow... noThrow) {
-  const char* const symbol = sizeof(bytes) == 8 ? symbolOn64Bits : symbolOn32Bits;
-  const auto allocate = reinterpret_cast<void* (*)(std::size_t, NoThrow...)>(dlsym(RTLD_NEXT, symbol));
+// The operator that this program would have without the one below of that name, so that a sanitizer sees what
+// is allocated and how.
+template <class Operator>
+Operator* Next(const char* symbolOn64Bits, const char* symbolOn32Bits) {
+  return reinterpret_cast<Operator*>(
+      dlsym(RTLD_NEXT, sizeof(std::size_t) == 8 ? symbolOn64Bits : symbolOn32Bits));
+}
+
+// Those of the C++ library call each other; that counts as one allocation.
+template <class Operator, class... Arguments>
+void* Call(Operator* allocate, Arguments&&... arguments) {
   struct Restore {
     const bool before = std::exchange(isAllocating, true);
     ~Restore() { isAllocating = before; }
   } const restore;
-  return allocate(bytes, noThrow...);
+  return allocate(arguments...);
 }
 
 }  // namespace
@@ -46,21 +50,25 @@ bool FailingAllocation::Meets(std::size_t bytes) {
 }
 
 void* operator new(std::size_t bytes) {
+  static const auto next = Next<void*(std::size_t)>("_Znwm", "_Znwj");
   if (Fails(bytes)) throw std::bad_alloc();
-  return Allocate("_Znwm", "_Znwj", bytes);
+  return Call(next, bytes);
 }
 
 void* operator new[](std::size_t bytes) {
+  static const auto next = Next<void*(std::size_t)>("_Znam", "_Znaj");
   if (Fails(bytes)) throw std::bad_alloc();
-  return Allocate("_Znam", "_Znaj", bytes);
+  return Call(next, bytes);
 }
 
+using NoThrowNew = void*(std::size_t, const std::nothrow_t&);
+
 void* operator new(std::size_t bytes, const std::nothrow_t& noThrow) noexcept {
-  if (Fails(bytes)) return nullptr;
-  return Allocate<const std::nothrow_t&>("_ZnwmRKSt9nothrow_t", "_ZnwjRKSt9nothrow_t", bytes, noThrow);
+  static const auto next = Next<NoThrowNew>("_ZnwmRKSt9nothrow_t", "_ZnwjRKSt9nothrow_t");
+  return Fails(bytes) ? nullptr : Call(next, bytes, noThrow);
 }
 
 void* operator new[](std::size_t bytes, const std::nothrow_t& noThrow) noexcept {
-  if (Fails(bytes)) return nullptr;
-  return Allocate<const std::nothrow_t&>("_ZnamRKSt9nothrow_t", "_ZnajRKSt9nothrow_t", bytes, noThrow);
+  static const auto next = Next<NoThrowNew>("_ZnamRKSt9nothrow_t", "_ZnajRKSt9nothrow_t");
+  return Fails(bytes) ? nullptr : Call(next, bytes, noThrow);
 }

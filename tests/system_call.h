@@ -14,8 +14,8 @@
 //
 // system_calls.h lists the functions that are there:
 //
-//   const auto fullDisk = system_calls::fclose.FailsWith(ENOSPC);
-//   EXPECT_REPORT...                                   // whoever closes a stream meets a full disk
+//   const auto notPermitted = system_calls::chmod.FailsWith(EPERM);
+//   EXPECT_NE(MakeExecutable(path), 0);
 //
 // The replacement holds until the object that the call returned goes out of scope. Set and end it while no
 // other thread is inside the function.

@@ -50,16 +50,20 @@ int CountOfSleepers(bool areDue) {
   return static_cast<int>(std::ranges::count(sleepers, areDue, &Sleeper::isDue));
 }
 
-// Wakes those for whom the time has come. They are woken until they are gone, for a thread may be about to
-// sleep.
-void WakeSleepers(Moment upTo) {
-  do {
+// Sets the clock and wakes those who wait for a moment until `due`. They are woken until they are gone, for a
+// thread may be about to sleep.
+void SetAndWake(Moment moment, Moment due) {
+  {
     const std::lock_guard lock(sleepersLock);
-    for (Sleeper& sleeper : sleepers) {
-      sleeper.isDue = sleeper.isDue || sleeper.until <= upTo;
+    standsAt = moment;
+    for (Sleeper& sleeper : sleepers) sleeper.isDue = sleeper.until <= due;
+  }
+  while (CountOfSleepers(true) != 0) {
+    const std::lock_guard lock(sleepersLock);
+    for (const Sleeper& sleeper : sleepers) {
       if (sleeper.isDue) pthread_cond_broadcast(sleeper.condition);
     }
-  } while (CountOfSleepers(true) != 0);
+  }
 }
 
 }  // namespace
@@ -69,29 +73,16 @@ Moment TestClock::Utc(int year, int month, int day, int hour, int minute, int se
   date.tm_year = year - 1900;
   date.tm_mon = month - 1;
   date.tm_mday = day;
-  date.tm_hour = hour;
-  date.tm_min = minute;
-  date.tm_sec = second;
-  return std::chrono::seconds(timegm(&date));
+  return std::chrono::seconds(timegm(&date) + hour * 3600 + minute * 60 + second);
 }
 
 TestClock::TestClock(Moment moment) { standsAt = moment; }
 
-TestClock::~TestClock() {
-  standsAt = kMachine;
-  WakeSleepers(kEndOfTime);
-}
+TestClock::~TestClock() { SetAndWake(kMachine, kEndOfTime); }
 
-void TestClock::Advance(std::chrono::microseconds time) {
-  const Moment moment = standsAt.load() + time;
-  standsAt = moment;
-  WakeSleepers(moment);
-}
+void TestClock::Advance(std::chrono::microseconds time) { SetAndWake(Now() + time, Now() + time); }
 
-void TestClock::JumpTo(Moment moment) {
-  standsAt = moment;
-  WakeSleepers(kEndOfTime);
-}
+void TestClock::JumpTo(Moment moment) { SetAndWake(moment, kEndOfTime); }
 
 void TestClock::AwaitSleepers(int threads) {
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
@@ -122,7 +113,7 @@ int pthread_cond_timedwait(pthread_cond_t* __restrict condition, pthread_mutex_t
   }
   const Moment until = std::chrono::seconds(deadline->tv_sec) + Moment(deadline->tv_nsec / 1000);
   std::unique_lock lock(sleepersLock);
-  if (until <= Now()) return ETIMEDOUT;
+  if (until <= Now() || standsAt.load() == kMachine) return ETIMEDOUT;
   const auto self = sleepers.insert(sleepers.end(), {condition, until});
   lock.unlock();
   const int error = pthread_cond_wait(condition, mutex);
