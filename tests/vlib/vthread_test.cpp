@@ -4,120 +4,175 @@
 
 #include <atomic>
 #include <cerrno>
-#include <csignal>
-#include <fstream>
-#include <memory>
+#include <future>
 #include <thread>
 
+#include "system_calls.h"
 #include "vtime.h"
+
+namespace {
 
 constexpr unsigned long kStackSize = 262144;
 
-// What a test sees of the runs of one object.
-struct Runs {
-  int kind = 0;
-  std::atomic<bool> stopping{false};
-  std::atomic<int> begun{0}, active{0}, faults{0};
-};
-
-static void Until(const auto& condition) {
+void Until(const auto& condition) {
   while (!condition()) std::this_thread::yield();
 }
 
-// Ends by itself at once (0), by itself at the very moment of the stop (1), or because of the stop (2).
-static void Work(VThread* thread, void* argument) {
-  Runs& runs = *static_cast<Runs*>(argument);
-  if (++runs.active != 1) ++runs.faults;                          // beside another run
-  if (!thread->WaitContinue(0) && !runs.stopping) ++runs.faults;  // stopped by a stop for an earlier run
-  ++runs.begun;
-  if (runs.kind == 1) Until([&] { return runs.stopping.load(); });
-  if (runs.kind == 2 && thread->WaitContinue(60000)) ++runs.faults;
-  --runs.active;
-}
-
-TEST(VThread, StartsStopsAndStartsAnew) {
-  static std::atomic<unsigned long> interrupted{0};
-  const auto before = std::signal(SIGINT, [](int) { interrupted = VThread::GetCurrentThreadHandle(); });
-  Runs runs{2, true};
-  auto thread = std::make_unique<VThread>();
-  EXPECT_TRUE(thread->Kill() == 0 && thread->Start2(0) == -2 && !thread->CreateSuspended(false));
-  thread->SetWork(Work, &runs);
-  for (int round = 1; round <= 2; ++round) {
-    EXPECT_TRUE(thread->Start(round == 1 ? 0 : kStackSize));  // the second time it runs
-    Until([&] { return runs.begun == round; });
-    EXPECT_TRUE(thread->Running() && VThread::EqualThread(thread->GetThreadID(), thread->GetThreadHandle()));
-  }
-  EXPECT_EQ(thread->Kill(), 0);  // interrupts the thread, not its wait
-  Until([&] { return interrupted == thread->GetThreadHandle(); });
-  EXPECT_TRUE(thread->Start2(1) == EINVAL && !thread->Running() && runs.active == 0 && thread->Start(0));
-  thread.reset();  // stops it
-  EXPECT_EQ(runs.active + runs.faults, 0);
-  std::signal(SIGINT, before);
-}
-
-TEST(VThread, WorkThatStopsItselfWaitsNoMoreAndCannotRestartItself) {
-  const auto work = [](VThread* self, void*) {
-    for (const bool goesOn : {true, false}) {
-      const int code = goesOn ? 110 : 0;
-      const unsigned long long begin = VTime::TimeUS();
-      EXPECT_TRUE(self->WaitContinue(10) == goesOn && self->WaitContinue(0, 10000) == goesOn &&
-                  self->WaitContinueUntil(60000) == goesOn && self->WaitContinueUntil(60, 0) == goesOn);
-      EXPECT_TRUE(self->WaitContinueRet(10) == code && self->WaitContinueRet(0, 10000) == code &&
-                  self->WaitContinueUntilRet(60000) == code && self->WaitContinueUntilRet(60, 0) == code);
-      EXPECT_GE(VTime::TimeUS() - begin, goesOn ? 40000U : 0U);
-      self->Stop();
-    }
-    EXPECT_EQ(self->Start2(0), EDEADLK);
-  };
+void RunToItsEnd(VThread::Work work) {
   VThread thread(work, nullptr, false);
   EXPECT_TRUE(thread.Start(kStackSize));
   Until([&] { return !thread.Running(); });
 }
 
-TEST(VThread, AStopIsForTheRunThatItMeetsAndWaitsForAHeldOneToo) {
-  Runs runs;
-  VThread thread(Work, &runs, true);
-  for (int round = 0; round < 2000; ++round) {
-    runs.kind = round % 3;
-    runs.stopping = round % 4 == 0;  // held, and may be stopped before it begins
-    ASSERT_TRUE(!runs.stopping || (thread.CreateSuspended(round != 0) && thread.CreateSuspended(false)));
-    const unsigned long long begin = VTime::TimeUS();
-    if (round == 0) VThread::SleepS(1), VThread::SleepU(5000);
-    if (round % 400 == 0) VThread::SleepM(4294988);  // wraps to 20 milliseconds: intended
-    EXPECT_GE(VTime::TimeUS() - begin, round == 0 ? 1025000U : round % 400 == 0 ? 20000U : 0U);
-    ASSERT_EQ(runs.begun, round);
-    std::thread another([&] { Until([&] { return runs.stopping.load(); }), thread.Stop(); });
-    ASSERT_TRUE(thread.Start(kStackSize));
-    if (round % 2 == 0) Until([&] { return runs.begun == round + 1; });
-    runs.stopping = true;
-    thread.Stop();
-    ASSERT_TRUE(thread.GetThreadHandle() + thread.GetThreadID() == 0 && runs.active + runs.faults == 0);
-    another.join();
+// A thread with what a test sees of its work: it goes on until it is stopped.
+struct WorkingThread {
+  bool Start() { return thread.Start(kStackSize); }
+  static void Work(VThread* self, void* object) {
+    auto& working = *static_cast<WorkingThread*>(object);
+    ++working.runs;
+    working.isAtWork = true;
+    while (self->WaitContinue(60000)) continue;
+    working.isAtWork = false;
   }
-  EXPECT_EQ(thread.Start2(~0UL / 16 * 15), EAGAIN);
+  std::atomic<int> runs{0};
+  std::atomic<bool> isAtWork{false};
+  VThread thread{Work, this, false};
+};
+
+TEST(VThread, HasAThreadUntilItsWorkIsStopped) {
+  WorkingThread working;
+  EXPECT_TRUE(working.Start());
+  Until([&] { return working.isAtWork.load(); });
+  EXPECT_TRUE(working.thread.Running());
+  EXPECT_NE(working.thread.GetThreadHandle(), 0U);
+  EXPECT_EQ(working.thread.GetThreadID(), working.thread.GetThreadHandle());
+  working.thread.Stop();
+  EXPECT_FALSE(working.isAtWork) << "Stop waits for the end";
+  EXPECT_FALSE(working.thread.Running());
+  EXPECT_EQ(working.thread.GetThreadHandle(), 0U);
+  EXPECT_EQ(working.thread.GetThreadID(), 0U);
 }
 
-TEST(VThread, EndsLeaveNothingBehindAndLetTheObjectGoAtOnce) {
-  std::atomic<int> ended{0};
-  const auto waitForStop = [](VThread* self, void* count) {
-    self->SetAutoRelease(false);  // ignored: there is a thread
-    *static_cast<std::atomic<int>*>(count) += self->WaitContinue(60000) ? 0 : 1;
-  };
-  long before = 0, after = 0;  // in pages of the process
-  std::ifstream("/proc/self/statm") >> before;
-  for (int round = 1; round <= 2000; ++round) {
-    auto* const autoRelease = new VThread(waitForStop, &ended, false);
-    autoRelease->SetAutoRelease(true);
-    EXPECT_TRUE((round % 2 == 0 || autoRelease->CreateSuspended(true)) && autoRelease->Start(kStackSize));
-    autoRelease->Stop();  // only asks
-    VThread thread(waitForStop, &ended, false);
-    ASSERT_TRUE(thread.Start(kStackSize));
-    thread.Stop();
-    Until([&] { return ended == 2 * round; });
-    thread.SetWork([](VThread*, void*) {}, nullptr);
-    ASSERT_TRUE(thread.Start(kStackSize));
-    Until([&] { return !thread.Running(); });
-  }
-  std::ifstream("/proc/self/statm") >> after;
-  EXPECT_LT(after - before, 64000);  // 2000 stacks have 128000
+TEST(VThread, StartEndsTheRunBefore) {
+  WorkingThread working;
+  working.Start();
+  working.Start();
+  Until([&] { return working.runs == 2; });
 }
+
+TEST(VThread, StopOfAHeldThreadWaitsUntilAnotherLetsItGo) {
+  std::atomic<bool> hasWorked{false};
+  const auto work = [](VThread*, void* flag) { *static_cast<std::atomic<bool>*>(flag) = true; };
+  VThread thread(work, &hasWorked, true);
+  auto stopped = std::async(std::launch::async, [&] { thread.Stop(); });
+  EXPECT_EQ(stopped.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
+  EXPECT_FALSE(hasWorked);
+  thread.Start(0);
+  stopped.get();
+  EXPECT_TRUE(hasWorked);
+}
+
+TEST(VThread, EveryWaitLetsTheWorkGoOn) {
+  const auto work = [](VThread* self, void*) {
+    EXPECT_TRUE(self->WaitContinue(1));
+    EXPECT_TRUE(self->WaitContinue(0, 1));
+    EXPECT_TRUE(self->WaitContinueUntil(0xFFFFFFFF)) << "32 bits of milliseconds end in 1970, on purpose";
+    EXPECT_TRUE(self->WaitContinueUntil(1, 0));
+    EXPECT_EQ(self->WaitContinueRet(1), 110);
+    EXPECT_EQ(self->WaitContinueRet(0, 1), 110);
+    EXPECT_EQ(self->WaitContinueUntilRet(1), 110);
+    EXPECT_EQ(self->WaitContinueUntilRet(1, 0), 110);
+  };
+  RunToItsEnd(work);
+}
+
+TEST(VThread, EveryWaitEndsAtAStop) {
+  const auto work = [](VThread* self, void*) {
+    self->Stop();  // only asks, for the work cannot wait for its own end
+    EXPECT_FALSE(self->WaitContinue(60000));
+    EXPECT_FALSE(self->WaitContinue(60, 0));
+    EXPECT_FALSE(self->WaitContinueUntil(1));
+    EXPECT_FALSE(self->WaitContinueUntil(0xFFFFFFFF, 0));
+    EXPECT_EQ(self->WaitContinueRet(60000), 0);
+    EXPECT_EQ(self->WaitContinueRet(60, 0), 0);
+    EXPECT_EQ(self->WaitContinueUntilRet(1), 0);
+    EXPECT_EQ(self->WaitContinueUntilRet(0xFFFFFFFF, 0), 0);
+  };
+  RunToItsEnd(work);
+}
+
+TEST(VThread, CannotBeStartedAnewByItsOwnWork) {
+  RunToItsEnd([](VThread* self, void*) { EXPECT_EQ(self->Start2(0), EDEADLK); });
+}
+
+TEST(VThread, TellsWhyItDoesNotStart) {
+  EXPECT_EQ(VThread().Start2(kStackSize), -2) << "there is no work";
+  WorkingThread working;
+  EXPECT_EQ(working.thread.Start2(1), EINVAL) << "a stack of one byte";
+  const auto noThreads = system_calls::pthread_attr_setstacksize.Returns(EAGAIN);
+  EXPECT_EQ(working.thread.Start2(kStackSize), EAGAIN);
+}
+
+TEST(VThread, SleepOfMillisecondsWrapsAt32BitsOfMicroseconds) {
+  const unsigned long long begin = VTime::TimeUS();
+  VThread::SleepM(4294988);  // 72 minutes, on purpose: 20 milliseconds
+  EXPECT_GE(VTime::TimeUS() - begin, 20000U);
+}
+
+TEST(VThread, StopOfAnAutoReleaseObjectOnlyAsks) {
+  struct Flags {
+    std::atomic<bool> mayEnd{false}, hasEnded{false};
+  } flags;
+  const auto work = [](VThread*, void* argument) {
+    auto& shared = *static_cast<Flags*>(argument);
+    Until([&] { return shared.mayEnd.load(); });
+    shared.hasEnded = true;
+  };
+  auto* const thread = new VThread(work, &flags, false);
+  thread->SetAutoRelease(true);
+  thread->Start(kStackSize);
+  thread->Stop();
+  flags.mayEnd = true;
+  Until([&] { return flags.hasEnded.load(); });
+}
+
+TEST(VThread, LetsAnyThreadCallAnyOperation) {
+  WorkingThread working;
+  const auto use = [&] {
+    for (int round = 0; round < 50; ++round) {
+      working.thread.SetWork(WorkingThread::Work, &working);
+      working.thread.SetAutoRelease(false);
+      working.thread.CreateSuspended(false);
+      working.Start();
+      working.thread.Running();
+      working.thread.Stop();
+    }
+  };
+  std::thread another(use);
+  use();
+  another.join();
+  EXPECT_FALSE(working.thread.Running());
+}
+
+// The work ends by itself just when a stop comes: one that comes too late must not end the next run.
+TEST(VThread, StopEndsOnlyTheRunThatItMeets) {
+  struct Run {
+    std::atomic<bool> hasBegun{false}, isStopping{false};
+  } run;
+  const auto work = [](VThread* self, void* argument) {
+    auto& shared = *static_cast<Run*>(argument);
+    EXPECT_TRUE(self->WaitContinue(0)) << "nobody has stopped this run";
+    shared.hasBegun = true;
+    Until([&] { return shared.isStopping.load(); });
+  };
+  VThread thread(work, &run, false);
+  for (int round = 0; round < 100; ++round) {
+    run.hasBegun = run.isStopping = false;
+    ASSERT_TRUE(thread.Start(kStackSize));
+    Until([&] { return run.hasBegun.load(); });
+    run.isStopping = true;
+    thread.Stop();
+  }
+}
+
+}  // namespace
