@@ -18,7 +18,6 @@ namespace system_calls {
 
 // Files and folders
 extern SystemCall<int(const char*, mode_t)> chmod;
-extern SystemCall<int(FILE*)> fclose;
 extern SystemCall<FILE*(const char*, const char*)> fopen;
 extern SystemCall<std::size_t(void*, std::size_t, std::size_t, FILE*)> fread;
 extern SystemCall<DIR*(const char*)> opendir;
@@ -27,7 +26,6 @@ extern SystemCall<int(DIR*)> closedir;
 
 // The machine
 extern SystemCall<FILE*(const char*, const char*)> popen;
-extern SystemCall<long()> gethostid;
 extern SystemCall<int(utsname*)> uname;
 
 // The network

@@ -1,83 +1,111 @@
 #include "dro_error.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
-#include <cerrno>
 #include <thread>
 
 #include "expect_report.h"
 #include "failing_allocation.h"
+#include "system_calls.h"
 #include "temporary_folder.h"
 #include "test_clock.h"
 
 using namespace dro;
 
+namespace {
+
+TEST(DroError, HasWordsForEveryCodeOfAFailure) {
+  for (int code = droError_OperationFailed; code <= droError_Network; ++code) {
+    const droError failure = droBuildErrorLocation(static_cast<droEError>(code), "m", "dro_x", "Go", 1);
+    ExpectReport(ReportsOf{"dro_x", code}("Go", "m"), code, [&] { return droErrorLog(failure); });
+  }
+}
+
+// Every test has a clock and a log file of its own.
 struct DroErrorLog : testing::Test {
-  DroErrorLog() { droError::LogFile = m_path; }
-  ~DroErrorLog() override { droError::Level = droLogLevel_Console; }
-  const TestClock m_clock{TestClock::Utc(2014, 4, 22, 7, 35, 2)};
-  TemporaryFolder m_folder;
-  const std::string m_path = m_folder.Path("log");
-  const droError m_error = droBuildErrorLocation(droError_Network, "no\nroute", "dro_x", "Go", 12);
+  DroErrorLog() {
+    setenv("TZ", "UTC0", 1);
+    droError::LogFile = path;
+    droError::_current_log_filesize = 0;
+  }
+  ~DroErrorLog() override {
+    droError::Level = droLogLevel_Console;
+    droError::LogFileSize = 512000;
+    droError::ShowErrorCallBack = nullptr;
+  }
+  const TestClock clock{TestClock::Utc(2014, 4, 22, 7, 35, 2)};
+  const TemporaryFolder folder;
+  const std::string path = folder.Path("log");
+  const droError error = droBuildErrorLocation(droError_Network, "no\nroute", "dro_x", "Go", 12);
 };
 
-TEST_F(DroErrorLog, PrintsTimeCodeAndPlaceInColour) {
-  const auto output = [](const droError& error) { return CapturedOutput([&] { droErrorLog(error); }); };
-  EXPECT_EQ(output(m_error),
+TEST_F(DroErrorLog, PrintsAFailureInRedWithItsTimeAndPlace) {
+  EXPECT_EQ(CapturedOutput([&] { droErrorLog(error); }),
             "\x1B[31m[Tue Apr 22 07:35:02 2014]\ndroError Number : 10\nNetwork communication error.\n"
             "File ----------- : dro_x\nFunction ------- : Go\nLine Number ---- : 12\n"
             "Custom Message - : no\nroute\n\x1B[0m");
-  EXPECT_EQ(output(droBuildErrorLocation(droError_Warning, "slow", "dro_x", "Go", 12)),
-            "\x1B[33m[Tue Apr 22 07:35:02 2014]\nWarning : slow[FILE:dro_x][FUNCTION:Go][LINE:12]\n\x1B[0m");
-  EXPECT_EQ(output({droError_NoError, "done"}), "\x1B[37m[Tue Apr 22 07:35:02 2014]\nInfo : done\n\x1B[0m");
-  EXPECT_EQ(ReadFile(m_path), "") << "no file unless asked for";
-  EXPECT_EQ(droErrorToString(droError_NoError), "The operation completed succefully.");
-  for (const int code : {1, 11, -1})
-    EXPECT_EQ(droErrorToString(droEError(code)).substr(0, 31), "droError description not found.") << code;
-  errno = ENOENT;
-  EXPECT_EQ(droErrorStdToString(-1), "2 No such file or directory");
-  EXPECT_EQ(droErrorWindowsToString(5) + droErrorStdToString(0), "0 No error");
+  EXPECT_FALSE(std::filesystem::exists(path)) << "no file unless asked for";
 }
 
-TEST_F(DroErrorLog, ThrowsAfterWritingOrCallsBack) {
+TEST_F(DroErrorLog, PassesARecordOnUnlessItIsThrown) {
   static int calls;
   calls = 0;
   droError::ShowErrorCallBack = [](const droError&) { ++calls; };
+  droError::Level = droLogLevel_CallBack | droLogLevel_Throw;
+  EXPECT_THROW(droErrorLog(error), droError);
+  EXPECT_EQ(calls, 0);
   droError::Level = droLogLevel_CallBack;
-  EXPECT_EQ(droErrorLog(m_error), droError_Network);
-  droError::Level = droLogLevel_File | droLogLevel_Throw | droLogLevel_CallBack;
-  EXPECT_THROW(droErrorLog(m_error), droError);
+  EXPECT_EQ(droErrorLog(error), droError_Network);
   EXPECT_EQ(calls, 1);
-  EXPECT_EQ(ReadFile(m_path), m_error.GetDescription());
-  EXPECT_EQ(droError::DeleteLog(), droError_NoError);
-  droError::Level = droLogLevel_Console;
-  ExpectFailure(2, "DeleteLog", "Can not delete file", [] { EXPECT_EQ(droError::DeleteLog(), 2); });
 }
 
-TEST_F(DroErrorLog, CutsTheFileOrReportsThatItCannot) {
+TEST_F(DroErrorLog, CutsTheFileToItsLastHalf) {
   droError::Level = droLogLevel_File;
   droError::_current_log_filesize = 512000;
-  const auto log = [this] { EXPECT_EQ(droErrorLog(m_error), 5); };
-  ExpectFailure(5, "droErrorLog", "Can not rebuild log error file.", log);
-  droError::LogFile = "/sys/class/net/lo/address";  // which root can not write either
-  ExpectFailure(5, "droErrorLog", "Can not write for to rebuild log error file.", log);
-  const auto noMemory = [this] {
-    const auto shortage = FailingAllocation::OfAtLeast(4096);
-    EXPECT_EQ(droErrorLog(m_error), 6);
-  };
-  ExpectFailure(6, "droErrorLog", "Can not allocate buffer for to rebuild log error file.", noMemory);
-  droError::LogFile = m_path;
-  WriteFile(m_path, "old" + std::string(256000, 'n'));
-  EXPECT_EQ(droErrorLog(m_error), droError_Network);
-  EXPECT_EQ(ReadFile(m_path), std::string(256000, 'n') + m_error.GetDescription());
+  WriteFile(path, "old" + std::string(256000, 'n'));
+  EXPECT_EQ(droErrorLog(error), droError_Network);
+  EXPECT_EQ(ReadFile(path), std::string(256000, 'n') + error.GetDescription());
+  EXPECT_EQ(droError::_current_log_filesize, 256000U);
+}
+
+// A log whose file is too large: a fault is printed in place of the record, which goes nowhere.
+struct DroErrorLogAtItsLimit : DroErrorLog {
+  DroErrorLogAtItsLimit() {
+    WriteFile(path, std::string(300000, 'o'));
+    droError::Level = droLogLevel_File | droLogLevel_Throw;
+    droError::_current_log_filesize = 512000;
+  }
+  void ExpectFault(int code, const char* message) {
+    ExpectReport(ReportsOf{"dro_error", code}("droErrorLog", message), code,
+                 [&] { return droErrorLog(error); });
+  }
+};
+
+TEST_F(DroErrorLogAtItsLimit, ReportsAFileThatCannotBeRead) {
+  std::filesystem::remove(path);
+  ExpectFault(5, "Can not rebuild log error file.");
+  EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST_F(DroErrorLogAtItsLimit, ReportsAFileThatDoesNotFitIntoMemory) {
+  const auto shortage = FailingAllocation::OfAtLeast(300000);
+  ExpectFault(6, "Can not allocate buffer for to rebuild log error file.");
+}
+
+TEST_F(DroErrorLogAtItsLimit, ReportsAFileThatCannotBeWritten) {
+  const auto readOnly = system_calls::fopen.ReplaceBy([](const char* name, const char* mode) -> FILE* {
+    return *mode == 'r' ? system_calls::fopen.Real(name, mode) : nullptr;
+  });
+  ExpectFault(5, "Can not write for to rebuild log error file.");
 }
 
 TEST_F(DroErrorLog, CountsWhatThreadsWrite) {
   droError::Level = droLogLevel_File;
-  droError::_current_log_filesize = 0;
-  const auto write = [] { droErrorLog(droError(droError_Unknown, "message")); };
+  const auto write = [&] { droErrorLog(error); };
   std::thread other(write);
   write();
   other.join();
-  EXPECT_EQ(droError::_current_log_filesize, ReadFile(m_path).size());
+  EXPECT_EQ(droError::_current_log_filesize, ReadFile(path).size());
 }
+
+}  // namespace

@@ -1,0 +1,71 @@
+#include <gmock/gmock.h>
+
+#include <cerrno>
+
+#include "dro_osutility.h"
+#include "expect_report.h"
+#include "system_calls.h"
+#include "temporary_folder.h"
+
+using namespace dro;
+
+namespace {
+
+constexpr ReportsOf kFailure{"dro_osutility", 2};
+constexpr ReportsOf kInvalid{"dro_osutility", 7};
+
+struct DroOsFolder : testing::Test {
+  std::vector<std::string> Names() {
+    std::vector<std::string> names;
+    for (folder.GetFirstFile(&entry); entry.IsValid(); folder.GetNextFile(&entry))
+      names.push_back(entry.GetName() + (entry.IsDirectory() ? "/" : ""));
+    return names;
+  }
+  const TemporaryFolder temporary;
+  const std::string path = temporary.Path(".");
+  droOsUtility::Folder folder;
+  droOsUtility::FolderFile entry;
+};
+
+TEST_F(DroOsFolder, IsListedFromTheStartEachTime) {
+  std::filesystem::create_directory(path + "/sub");
+  WriteFile(path + "/file", "");
+  EXPECT_EQ(droOsUtility::GetFolder(path, &folder), droError_NoError);
+  EXPECT_THAT(Names(), testing::UnorderedElementsAre("./", "../", "sub/", "file"));
+  EXPECT_THAT(Names(), testing::UnorderedElementsAre("./", "../", "sub/", "file"));
+  EXPECT_EQ(folder.GetNextFile(&entry), droError_NoError) << "the end is no failure";
+}
+
+TEST_F(DroOsFolder, EntryThatCannotBeReadIsReported) {
+  folder.open(path);
+  const auto broken = system_calls::readdir.FailsWith(EIO);
+  ExpectReport(kFailure("GetNextFile", WithSystemError("Can not get next file", EIO)), 2,
+               [&] { return folder.GetFirstFile(&entry); });
+  EXPECT_EQ(entry.GetName(), "");
+}
+
+TEST_F(DroOsFolder, NullPointersAreReported) {
+  ExpectReport(kInvalid("GetFirstFile", "io_pFolderFile == 0"), 7,
+               [&] { return folder.GetFirstFile(nullptr); });
+  ExpectReport(kInvalid("GetNextFile", "io_pFolderFile == 0"), 7,
+               [&] { return folder.GetNextFile(nullptr); });
+  ExpectReport(kInvalid("GetFolder", "io_pFolder == 0"), 7,
+               [&] { return droOsUtility::GetFolder(path, nullptr); });
+}
+
+TEST_F(DroOsFolder, FailureToCloseIsReportedByTheDestructorWhichNeverThrows) {
+  const auto failing = system_calls::closedir.ReplaceBy([](DIR* stream) {
+    system_calls::closedir.Real(stream);  // the system gives it up and says that it failed
+    errno = EIO;
+    return -1;
+  });
+  const auto leave = [&] { return droOsUtility::Folder().open(path); };
+  ExpectReports({kFailure("close", WithSystemError("Can not close directory " + path, EIO)),
+                 kFailure("~Folder", "can not close directory ")},
+                0, leave);
+  droError::Level = droLogLevel_Throw;
+  EXPECT_NO_THROW(leave());
+  droError::Level = droLogLevel_Console;
+}
+
+}  // namespace
