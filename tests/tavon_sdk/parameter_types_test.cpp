@@ -1,109 +1,207 @@
-// What all types of parameters share.
-#include <array>
-#include <cstring>
+// What all types of parameters have in common.
+#include <gmock/gmock.h>
+
 #include <functional>
 #include <memory>
+#include <set>
 
-#include "model_test.h"
+#include "expect_report.h"
+#include "object_lock.h"
 #include "src/tav_parametertypes.h"
+#include "tav_parameterfactory.h"
 
-using Factory = tavParameterFactory;
+namespace tavon {
+namespace {
+
+using Line = std::optional<int>;
+
+// The lines of a type's reports where they are published.
+struct Lines {
+  Line noBuffer = std::nullopt;
+  Line otherType = std::nullopt;
+  Line setDataValue = std::nullopt;
+  Line getDataValue = std::nullopt;
+  Line unknownOperator = std::nullopt;
+};
 
 struct Type {
+  tavEObject id;
   tavString name;
-  std::function<const void*(Prm&)> cast;
-  tavEError (*set)(Prm*, const tavString&);
+  std::function<const void*(tavIParameter&)> cast;
+  tavEError (*setFromText)(tavIParameter*, const tavString&);
   tavEError (*encode)(const tavString&, unsigned char*);
-  std::array<int, 5> lines;  // of reports: text, SetDataValue, GetDataValue, comparison, no buffer
-  std::string text, other;
-  const char* relations;  // the operators, 1 to 6, that hold (1) or not (0) between the values of the texts
+  std::string text;  // a value, printed as it is written
+  Lines lines;
+
+  Report ReportOf(int code, const char* function, const std::string& message, Line line) const {
+    return {code, "tav_" + name.GetLowCase(), function, message, line};
+  }
 };
 
 template <class Self>
-static Type Row(Self* (Prm::*cast)(), std::array<int, 5> lines, const char* text, const char* other,
-                const char* relations) {
+Type Row(Self* (tavIParameter::*cast)(), const std::string& text, const Lines& lines) {
   return {
-      Self::TypeName, std::mem_fn(cast), Self::SetDataFromString, Self::GetBinaryDataFromString, lines, text,
-      other,          relations};
+      Self::TypeId, Self::TypeName, std::mem_fn(cast), Self::SetDataFromString, Self::GetBinaryDataFromString,
+      text,         lines};
 }
 
-static const Type kTypes[] = {
-    Row(&Prm::GetParameterSwitchPtr, {0, 0, 0, 0, 17}, "0", "1", "001101"),
-    Row(&Prm::GetParameterSwitchReleasePtr, {38, 85, 89, 99, 23}, "1", "0", "110001"),
-    Row(&Prm::GetParameterSliderPtr, {0, 0, 0, 0, 18}, "0.75", "0.5", "110001"),
-    Row(&Prm::GetParameterColorPtr, {0, 0, 0, 0, 19}, "0x01020304", "0x01020305", "000001"),
-    Row(&Prm::GetParameterInfoPtr, {0, 0, 0, 0, 15}, "abc", "z", "110001"),
-    Row(&Prm::GetParameterShutterPtr, {43, 84, 88, 99, 26}, "2", "2", "010110"),
-    Row(&Prm::GetParameterThermoPtr, {0, 0, 0, 0, 17}, "0", "-0", "010101"),  // = is of bytes: intended
-    Row(&Prm::GetParameterThermoChronoWeekPtr, {72, 98, 102, 211, 25}, "1,20.25,0,", "1,20.25", "000010"),
-    Row(&Prm::GetParameterHDScenePtr, {0, 0, 0, 0, 17}, "1", "1", "010110"),
-    Row(&Prm::GetParameterVRScenePtr, {44, 90, 94, 148, 28}, "200", "100", "110001"),
-    Row(&Prm::GetParameterAlertPtr, {0, 0, 0, 0, 19}, "1", "0", "110001"),
-    Row(&Prm::GetParameterBytePtr, {0, 0, 0, 0, 17}, "127", "128", "001101"),
-    Row(&Prm::GetParameterTunerPtr, {0, 0, 0, 0, 17}, "nan", "nan", "000010"),
-    Row(&Prm::GetParameterCameraPtr, {0, 0, 0, 0, 16}, "\1", "\1", "000000"),
+std::string WeekAt(const char* setPoint) {
+  std::string text = "1";
+  for (int hour = 0; hour < 7 * 24; ++hour) text.append(",").append(setPoint);
+  return text;
+}
+
+const Type kTypes[] = {
+    Row(&tavIParameter::GetParameterSwitchPtr, "1", {.noBuffer = 17}),
+    Row(&tavIParameter::GetParameterSwitchReleasePtr, "1",
+        {.noBuffer = 23, .otherType = 38, .setDataValue = 85, .getDataValue = 89, .unknownOperator = 99}),
+    Row(&tavIParameter::GetParameterSliderPtr, "0.75", {.noBuffer = 18}),
+    Row(&tavIParameter::GetParameterColorPtr, "0x0102E3F4", {.noBuffer = 19}),
+    Row(&tavIParameter::GetParameterInfoPtr, "a text", {.noBuffer = 15}),
+    Row(&tavIParameter::GetParameterShutterPtr, "3",
+        {.noBuffer = 26, .otherType = 43, .setDataValue = 84, .getDataValue = 88}),
+    Row(&tavIParameter::GetParameterThermoPtr, "-0.13", {.noBuffer = 17}),
+    Row(&tavIParameter::GetParameterThermoChronoWeekPtr, WeekAt("20.25"),
+        {.noBuffer = 25, .otherType = 72, .setDataValue = 98, .getDataValue = 102, .unknownOperator = 211}),
+    Row(&tavIParameter::GetParameterHDScenePtr, "1", {.noBuffer = 17}),
+    Row(&tavIParameter::GetParameterVRScenePtr, "200",
+        {.noBuffer = 28, .otherType = 44, .setDataValue = 90, .getDataValue = 94, .unknownOperator = 148}),
+    Row(&tavIParameter::GetParameterAlertPtr, "1", {.noBuffer = 19}),
+    Row(&tavIParameter::GetParameterBytePtr, "255", {.noBuffer = 17}),
+    Row(&tavIParameter::GetParameterTunerPtr, "1500", {.noBuffer = 17}),
+    Row(&tavIParameter::GetParameterCameraPtr, "\1", {.noBuffer = 16}),  // all that a camera makes of a text
 };
 
-struct ParameterTypes : testing::TestWithParam<int> {
-  const Type& type = kTypes[GetParam()];
-  const tavEObject id = static_cast<tavEObject>(1000 + GetParam());
-  const bool isCamera = id == tavObject_ParameterCamera, isText = isCamera || id == tavObject_ParameterInfo;
-  const std::unique_ptr<Prm> parameter{Factory::CreateByType(id)};
-};
-INSTANTIATE_TEST_SUITE_P(All, ParameterTypes, testing::Range(0, static_cast<int>(tavParameterTypes::Count)));
+static_assert(std::size(kTypes) == tavParameterTypes::Count, "every type has a row");
 
-TEST_P(ParameterTypes, AreOfOneTypeAndSetFromTextByNoOther) {
-  EXPECT_TRUE(parameter->IsObject(id) && parameter->GetTypeName() == type.name && parameter->IsValid());
-  EXPECT_FALSE(parameter->IsChangedByCallBack());
-  EXPECT_EQ(Factory::TypeNameToId(type.name.GetUpCase()), id);
-  EXPECT_EQ(Factory::IdToTypeName(id), type.name);
+struct ParameterTypes : testing::TestWithParam<Type> {
+  const Type& type = GetParam();
+  const std::unique_ptr<tavIParameter> parameter{tavParameterFactory::CreateByType(type.id)};
+};
+INSTANTIATE_TEST_SUITE_P(All, ParameterTypes, testing::ValuesIn(kTypes),
+                         [](const auto& row) -> std::string { return row.param.name; });
+
+TEST_P(ParameterTypes, AreCreatedAsWhatTheirNameSays) {
+  EXPECT_EQ(tavParameterFactory::TypeNameToId(type.name.GetUpCase()), type.id) << "in any case";
+  EXPECT_EQ(tavParameterFactory::IdToTypeName(type.id), type.name);
+  EXPECT_EQ(parameter->GetType(), type.id);
+  EXPECT_EQ(parameter->GetTypeName(), type.name);
+  EXPECT_TRUE(parameter->IsValid());
+}
+
+TEST_P(ParameterTypes, CastToTheirOwnClassOnly) {
   for (const Type& other : kTypes) {
-    EXPECT_EQ(other.cast(*parameter), &other == &type ? dynamic_cast<void*>(parameter.get()) : nullptr);
-    if (&other == &type) continue;
-    ExpectReport(6, "pPrm != tavObject_" + other.name, other.name, "SetDataFromString", other.lines[0],
-                 [&] { EXPECT_EQ(other.set(parameter.get(), other.text), 6); });
+    const void* const expected = other.id == type.id ? dynamic_cast<void*>(parameter.get()) : nullptr;
+    EXPECT_EQ(other.cast(*parameter), expected) << "to " << other.name;
   }
-  EXPECT_TRUE(type.set(nullptr, type.text) == 0 && type.set(parameter.get(), type.text) == 0);
-  EXPECT_EQ(parameter->ValueToString().substr(0, type.text.size()), type.text);
-  ExpectReport(6, "o_pBuffer == 0", type.name, "GetBinaryDataFromString", type.lines[4],
-               [&] { EXPECT_EQ(type.encode("1", nullptr), 6); });
-  EXPECT_EQ(CapturedOutput([&] { EXPECT_EQ(type.encode("", nullptr), 0); }), "") << "nothing to write";
-  const char* const message = "MUST BE IMPLEMENTED";
-  ExpectReport(1, message, type.name, "SetDataValue", type.lines[1], [&] { parameter->SetDataValue(1.0); });
-  ExpectReport(1, message, type.name, "GetDataValue", type.lines[2], [&] { parameter->GetDataValue({}); });
 }
 
-TEST_P(ParameterTypes, CompareByOperator) {
-  parameter->SetDataFromString(type.other);
-  const unsigned int size = parameter->GetDataSize();
-  std::vector<unsigned char> other(size);
-  parameter->GetDataCopy(other.data());
-  EXPECT_EQ(std::memcmp(parameter->GetData(), other.data(), size), 0);
-  parameter->SetDataFromString(type.text);
-  const auto expect = [&](int op, bool holds) {
-    EXPECT_EQ(parameter->Comparison(Op(op), other.data(), size), holds) << op;
-    const unsigned int less = isText ? 0 : size - 1;
-    EXPECT_FALSE(parameter->Comparison(Op(op), {}, 9) || parameter->Comparison(Op(op), other.data(), less));
+TEST_P(ParameterTypes, AreSetFromText) {
+  EXPECT_EQ(type.setFromText(parameter.get(), type.text), tavError_NoError);
+  EXPECT_EQ(parameter->ValueToString(), type.text);
+  std::vector<unsigned char> copy(parameter->GetDataSize());
+  parameter->GetDataCopy(copy.data());
+  EXPECT_THAT(copy, testing::ElementsAreArray(parameter->GetData(), copy.size()));
+  EXPECT_EQ(type.setFromText(nullptr, type.text), tavError_NoError) << "null is none of them";
+}
+
+TEST_P(ParameterTypes, AreNotSetAsAnyOtherType) {
+  for (const Type& other : kTypes) {
+    if (other.id == type.id) continue;
+    ExpectReport(
+        other.ReportOf(6, "SetDataFromString", "pPrm != tavObject_" + other.name, other.lines.otherType),
+        tavError_InvalidArgument, [&] { return other.setFromText(parameter.get(), other.text); });
+  }
+}
+
+TEST_P(ParameterTypes, ReportAMissingBufferForTheirBytes) {
+  ExpectReport(type.ReportOf(6, "GetBinaryDataFromString", "o_pBuffer == 0", type.lines.noBuffer),
+               tavError_InvalidArgument, [&] { return type.encode("1", nullptr); });
+  EXPECT_EQ(type.encode("", nullptr), tavError_NoError) << "an empty text has no bytes";
+}
+
+TEST_P(ParameterTypes, SupportNoDataValues) {
+  ExpectReport(type.ReportOf(1, "SetDataValue", "MUST BE IMPLEMENTED", type.lines.setDataValue),
+               [&] { parameter->SetDataValue(1.0); });
+  ExpectReport(type.ReportOf(1, "GetDataValue", "MUST BE IMPLEMENTED", type.lines.getDataValue),
+               [&] { parameter->GetDataValue(nullptr); });
+}
+
+TEST_P(ParameterTypes, ReportAnUnknownOperator) {
+  const bool isCamera = type.id == tavObject_ParameterCamera;  // which knows none
+  const Report report = type.ReportOf(
+      1, "Comparison",
+      isCamera ? "No comparison for tavParameterCamera!" : "UnKnown tavECodeOperator operator type",
+      type.lines.unknownOperator);
+  const auto compare = [this](int op) {
+    return parameter->Comparison(static_cast<tavECodeOperator>(op), parameter->GetData(),
+                                 parameter->GetDataSize());
   };
-  for (int op = 1; op <= 6 && !isCamera; ++op)
-    EXPECT_EQ(CapturedOutput([&] { expect(op, type.relations[op - 1] == '1'); }), "");
-  const char* const message =
-      isCamera ? "No comparison for tavParameterCamera!" : "UnKnown tavECodeOperator operator type";
-  for (const int op : {0, 7, -1, isCamera ? 5 : 0})
-    ExpectReport(1, message, type.name, "Comparison", type.lines[3], [&] { expect(op, false); });
-  ExpectThrownReport(*parameter, [&] { parameter->Comparison({}, other.data(), size); });
+  for (const int op : {-1, 0, 7}) ExpectReport(report, false, [&] { return compare(op); });
+  ExpectUnlockedAfterThrow(*parameter, [&] { compare(0); });
 }
 
-TEST_P(ParameterTypes, InvalidWriteLeavesTheObjectLockedUnlessItsValueIsAText) {
+TEST_P(ParameterTypes, StandInNoRelationToLessThanAWholeOperand) {
+  for (const int op : {0, 5, 6, 7}) {
+    const auto code = static_cast<tavECodeOperator>(op);
+    EXPECT_FALSE(parameter->Comparison(code, nullptr, 673)) << op;
+    EXPECT_FALSE(parameter->Comparison(code, parameter->GetData(), parameter->GetDataSize() - 1)) << op;
+  }
+}
+
+TEST_P(ParameterTypes, AreLeftLockedByAnInvalidWriteUnlessTheirValueIsAText) {
+  const bool isText =
+      parameter->GetParameterInfoPtr() != nullptr || parameter->GetParameterCameraPtr() != nullptr;
   parameter->SetData(nullptr, 1, 1);
-  parameter->SetData(reinterpret_cast<const unsigned char*>("9"), 0, 1);
-  for (int i = 0; i < 2 && !isText; ++i)
-    EXPECT_TRUE(LockOf::IsHeld(*parameter) && LockOf::Of(*parameter).UnLockB());
-  EXPECT_TRUE(LockOf::IsFree(*parameter));
+  parameter->SetData(parameter->GetData(), 0, 1);
+  EXPECT_EQ(ObjectLock::Release(*parameter), !isText);
+  EXPECT_EQ(ObjectLock::Release(*parameter), !isText) << "each of the writes has locked it once";
+  EXPECT_TRUE(ObjectLock::BecomesFree(*parameter));
 }
 
-TEST(ParameterCreation, GoesByNameInAnyCaseAndReportsUnknownOnes) {
-  EXPECT_TRUE(std::unique_ptr<Prm>(Factory::CreateByTypeName("PARAMETERINFO"))->GetParameterInfoPtr());
-  ExpectReport(6, "Can not created parameter -1", "ParameterFactory", "CreateByType", 98,
-               [] { EXPECT_FALSE(Factory::CreateByTypeName("Info")); });
+struct ComparisonCase {
+  tavEObject type;
+  const char* value;
+  const char* operand;
+  std::set<int> holds;
+};
+
+constexpr int kGreater = tavCodeOperator_Greater;
+constexpr int kGreaterOrEqual = tavCodeOperator_GreaterOrEqual;
+constexpr int kLess = tavCodeOperator_Less;
+constexpr int kLessOrEqual = tavCodeOperator_LessOrEqual;
+constexpr int kEqual = tavCodeOperator_Equal;
+constexpr int kNotEqual = tavCodeOperator_NotEqual;
+
+TEST(ParameterComparison, HoldsForTheRightOperators) {
+  const ComparisonCase cases[] = {
+      {tavObject_ParameterByte, "127", "128", {kLess, kLessOrEqual, kNotEqual}},  // unsigned
+      {tavObject_ParameterByte, "128", "127", {kGreater, kGreaterOrEqual, kNotEqual}},
+      {tavObject_ParameterByte, "128", "128", {kGreaterOrEqual, kLessOrEqual, kEqual}},
+      {tavObject_ParameterThermo, "-1", "-2.5", {kGreater, kGreaterOrEqual, kNotEqual}},
+      {tavObject_ParameterThermo, "7", "7", {kGreaterOrEqual, kLessOrEqual, kEqual}},
+      // Whether numbers are equal is a matter of their bytes, on purpose.
+      {tavObject_ParameterThermo, "0", "-0", {kGreaterOrEqual, kLessOrEqual, kNotEqual}},
+      {tavObject_ParameterTuner, "nan", "nan", {kEqual}},
+      // There is no order of colours and schedules.
+      {tavObject_ParameterColor, "0x01020304", "0x01020304", {kEqual}},
+      {tavObject_ParameterColor, "0x01020304", "0x01020305", {kNotEqual}},
+      {tavObject_ParameterThermoChronoWeek, "1,20.25,0", "1,20.25", {kEqual}},
+      {tavObject_ParameterThermoChronoWeek, "1,20.25", "1,20.5", {kNotEqual}},
+  };
+  for (const ComparisonCase& c : cases) {
+    const std::unique_ptr<tavIParameter> left(tavParameterFactory::CreateByType(c.type));
+    const std::unique_ptr<tavIParameter> right(tavParameterFactory::CreateByType(c.type));
+    left->SetDataFromString(c.value);
+    right->SetDataFromString(c.operand);
+    std::set<int> holds;
+    for (const int op : {kGreater, kGreaterOrEqual, kLess, kLessOrEqual, kEqual, kNotEqual}) {
+      if (left->Comparison(static_cast<tavECodeOperator>(op), right->GetData(), right->GetDataSize()))
+        holds.insert(op);
+    }
+    EXPECT_EQ(holds, c.holds) << left->GetTypeName() << " " << c.value << " with " << c.operand;
+  }
 }
+
+}  // namespace
+}  // namespace tavon

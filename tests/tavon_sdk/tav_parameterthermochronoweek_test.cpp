@@ -1,92 +1,117 @@
-#include <array>
-#include <chrono>
+#include "tav_parameterthermochronoweek.h"
 
-#include "dro_time.h"
-#include "model_test.h"
-#include "tav_time.h"
+#include <gmock/gmock.h>
+
+#include <array>
+
+#include "object_lock.h"
 #include "test_clock.h"
 
-using std::chrono_literals::operator""ms;
-using Moment = TestClock::Moment;
-
+namespace tavon {
 namespace {
 
-// Its set-points are their day (0 is Monday) times 100 plus their hour.
+using std::chrono::hours;
+using std::chrono::microseconds;
+using std::chrono::seconds;
+using testing::ElementsAre;
+
+// A set-point tells its day (0 is Monday) and hour.
+constexpr float SetPointOf(int day, int hour) { return static_cast<float>(day * 100 + hour); }
+
+// Notes the set-points that are applied.
 struct Schedule : tavParameterThermoChronoWeek {
   Schedule() {
     tavString text = "0";
-    for (int i = 0; i < 168; ++i) text += "," + tavString::FromInt(i / 24 * 100 + i % 24);
-    tavParameterThermoChronoWeek::SetDataFromString(this, text);
+    for (int hour = 0; hour < 7 * 24; ++hour)
+      text += "," + tavString::FromFloat(SetPointOf(hour / 24, hour % 24), 2);
+    SetDataFromString(text);
   }
   ~Schedule() override { term_thread(); }
-  void OnChangeTemperature() override { record.push_back(GetCurrentTemperature()); }
-  // Sets the clock, lets the thread look at it, and tells whether this was applied since the last question.
-  void ExpectAt(TestClock& clock, Moment moment, const std::vector<float>& applied) {
-    TestClock::AwaitSleepers(1);
-    clock.JumpTo(moment);
-    TestClock::AwaitSleepers(1);
-    EXPECT_EQ(std::exchange(record, {}), applied) << moment.count();
+  void OnChangeTemperature() override {
+    EXPECT_TRUE(ObjectLock::BecomesFree(*this)) << "told without the lock";
+    applied.push_back(GetCurrentTemperature());
   }
-  std::vector<float> record;  // handed from thread to thread by the clock
+  std::vector<float> applied;
 };
 
-Moment At(int year, int month, int day, int hour, int minute, int second, int milliseconds = 0) {
-  return TestClock::Utc(year, month, day, hour, minute, second) + std::chrono::milliseconds(milliseconds);
-}
-
-TEST(TavParameterThermoChronoWeek, AppliesTheNextHourASecondEarly) {
-  setenv("TZ", "UTC0", 1);
-  const struct {
-    Moment start, due;
-    unsigned int offset;
-    float present, setPoint, next;
-  } cases[] = {
-      // In the second of lead the next hour is the one just applied, and comes again: intended.
-      {At(2014, 4, 8, 10, 15, 30), At(2014, 4, 8, 10, 59, 59), 0, 110, 111, 111},  // a Tuesday
-      {At(2014, 4, 8, 10, 59, 59), At(2014, 4, 8, 11, 59, 59), 0, 110, 111, 112},
-      {At(2014, 4, 8, 10, 0, 0, 700), At(2014, 4, 8, 11, 0, 0, 700), 1000, 110, 111, 112},
-      {At(2014, 4, 8, 22, 0, 0), At(2014, 4, 8, 22, 0, 0, 999), 0xFFFFFFFF - 3598000, 122, 123, 123},
-      {At(2014, 4, 5, 23, 59, 58), At(2014, 4, 5, 23, 59, 59), 0, 523, 600, 600},    // to Sunday
-      {At(2014, 4, 6, 23, 0, 0), At(2014, 4, 7, 0, 0, 4), 5000, 623, 0, 1},          // to Monday
-      {At(2039, 12, 31, 23, 0, 0), At(2039, 12, 31, 23, 59, 59), 0, 523, 600, 600},  // beyond 32-bit time
-  };
-  for (const auto& c : cases) {
-    TestClock clock(c.start);
-    Schedule schedule;
-    schedule.SetOffsetTime(c.offset);
-    schedule.SetActive(1);
-    schedule.ExpectAt(clock, c.start, {c.present});
-    schedule.ExpectAt(clock, c.due - 1ms, {});
-    schedule.ExpectAt(clock, c.due, {c.setPoint});
-    schedule.ExpectAt(clock, c.due - 1ms, {c.next});  // a clock set back is taken for one that ran on
-    schedule.SetActive(0);
-    schedule.ExpectAt(clock, c.due + std::chrono::hours(24), {});
+// Schedules that are made at a moment and look at a clock, once a second, that the test sets.
+struct TavParameterThermoChronoWeek : testing::Test {
+  TavParameterThermoChronoWeek() { setenv("TZ", "UTC0", 1); }
+  void PassTo(microseconds moment) {
+    clock.AwaitSleepers(1);
+    clock.JumpTo(moment);
+    clock.AwaitSleepers(1);
   }
-}
-
-TEST(TavParameterThermoChronoWeek, TellsTheSetPointsOfADay) {
+  const microseconds start = TestClock::Utc(2014, 4, 8, 10, 15, 30);  // a Tuesday
+  const microseconds lead = TestClock::Utc(2014, 4, 8, 10, 59, 59);   // the second before the next hour
+  TestClock clock{start};
   Schedule schedule;
-  schedule.SetDataFromString("0");  // on or off: the set-points stay
-  std::array<float, 24> points{};
-  for (int day = 0; day < 9; ++day) {  // 0 and 8 are none
-    schedule.GetDay(static_cast<Schedule::EDays>(1 << day), points.data());
-    EXPECT_EQ(points[23], day == 0 ? 0 : day == 8 ? 623 : 100 * day - 77) << day;
-  }
-  ExpectThrownReport(schedule, [&] { schedule.GetDay(Schedule::Days_Monday, nullptr); });
+};
+
+TEST_F(TavParameterThermoChronoWeek, AppliesTheNextHourASecondEarly) {
+  schedule.SetActive(1);
+  PassTo(lead - seconds(1));
+  EXPECT_THAT(schedule.applied, ElementsAre(SetPointOf(1, 10)));
+  PassTo(lead);
+  EXPECT_THAT(schedule.applied, ElementsAre(SetPointOf(1, 10), SetPointOf(1, 11)));
 }
 
-TEST(Time, IsTakenApartAlike) {
-  unsigned long seconds = 0, hours = 0;
-  long microseconds = 0;
-  unsigned int droHours = 0;
-  unsigned char parts[4];
-  const TestClock clock(At(2014, 4, 8, 10, 15, 2) + Moment(7));
-  EXPECT_EQ(tavTime::GetDateTime(), "Tue Apr  8 10:15:02 2014\n") << "with its line feed: intended";
-  tavTime::GetTime(&seconds, &microseconds);
-  tavTime::FormatSeconds(seconds, &hours, &parts[0], &parts[1]);
-  dro::droTime::FormatSeconds(1396952102, &droHours, &parts[2], &parts[3]);
-  EXPECT_TRUE(hours == 388042 && droHours == hours && microseconds == 7);
-  EXPECT_TRUE(parts[0] == 15 && parts[1] == 2 && parts[2] == 15 && parts[3] == 2);
+TEST_F(TavParameterThermoChronoWeek, AppliesTheSameHourAgainAfterAFiringWithinTheSecondBeforeIt) {
+  schedule.SetActive(1);
+  PassTo(lead);
+  PassTo(lead + hours(1) - seconds(1));
+  PassTo(lead + hours(1));
+  PassTo(lead + hours(2));
+  EXPECT_THAT(schedule.applied,
+              ElementsAre(SetPointOf(1, 10), SetPointOf(1, 11), SetPointOf(1, 11), SetPointOf(1, 12)));
+}
+
+TEST_F(TavParameterThermoChronoWeek, AppliesTheNextHourLaterByItsOffset) {
+  schedule.SetOffsetTime(5000);
+  schedule.SetActive(1);
+  PassTo(lead + seconds(4));
+  EXPECT_THAT(schedule.applied, ElementsAre(SetPointOf(1, 10)));
+  PassTo(lead + seconds(5));
+  EXPECT_THAT(schedule.applied, ElementsAre(SetPointOf(1, 10), SetPointOf(1, 11)));
+}
+
+TEST_F(TavParameterThermoChronoWeek, AppliesNothingWhileItIsOff) {
+  PassTo(lead);
+  schedule.SetDataFromString("0");
+  PassTo(lead + hours(1));
+  EXPECT_THAT(schedule.applied, ElementsAre());
+  EXPECT_EQ(schedule.GetCurrentTemperature(), 0);
+}
+
+TEST_F(TavParameterThermoChronoWeek, AppliesThePresentHourWhenItIsSwitchedOn) {
+  schedule.SetDataFromString("1");  // one number keeps the set-points
+  EXPECT_THAT(schedule.applied, ElementsAre(SetPointOf(1, 10)));
+}
+
+TEST(TavParameterThermoChronoWeekText, HasZerosWithoutDecimals) {
+  tavString text = "0";
+  for (int hour = 0; hour < 7 * 24; ++hour) text += ",0";
+  EXPECT_EQ(tavParameterThermoChronoWeek().ValueToString(), text);
+}
+
+TEST_F(TavParameterThermoChronoWeek, TellsTheSetPointsOfADay) {
+  std::array<float, 24> points{};
+  for (int day = 0; day < 7; ++day) {
+    schedule.GetDay(static_cast<Schedule::EDays>(2 << day), points.data());
+    for (int hour = 0; hour < 24; ++hour)
+      EXPECT_EQ(points[static_cast<std::size_t>(hour)], SetPointOf(day, hour)) << "day " << day;
+  }
+}
+
+TEST_F(TavParameterThermoChronoWeek, TellsNothingOfWhatIsNoDay) {
+  float untouched = 7;
+  for (const int noDay : {0, 1, 6, 256}) schedule.GetDay(static_cast<Schedule::EDays>(noDay), &untouched);
+  EXPECT_EQ(untouched, 7);
+}
+
+TEST_F(TavParameterThermoChronoWeek, ReportsAMissingBufferForADay) {
+  ExpectUnlockedAfterThrow(schedule, [&] { schedule.GetDay(Schedule::Days_Monday, nullptr); });
 }
 
 }  // namespace
+}  // namespace tavon

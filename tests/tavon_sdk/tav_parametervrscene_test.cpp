@@ -1,134 +1,229 @@
-#include "model_test.h"
+#include "tav_parametervrscene.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <semaphore>
+
+#include "expect_report.h"
+#include "tav_parameterbyte.h"
 #include "tav_virtualitemparameter.h"
 #include "tav_virtualitemwait.h"
-#include "vtime.h"
+#include "test_clock.h"
 
+namespace tavon {
 namespace {
 
-constexpr unsigned char kValue = 7;
+using std::chrono::milliseconds;
+using testing::ElementsAre;
 
-struct Failing : tavVirtualItemParameter {  // as at a level of the log that throws
-  unsigned int Execute() override { throw tavError(tavError_Unknown, ""); }
-};
+constexpr unsigned char kSeven = 7;
 
-struct StoppedWait : tavVirtualItemWait {  // the stop comes when it is about to begin
-  explicit StoppedWait(tavParameterVRScene& owner) : scene(owner) { SetWaitTime(600000); }
-  unsigned int Execute() override { return scene.SetValue(0), tavVirtualItemWait::Execute(); }
-  tavParameterVRScene& scene;
-};
-
-// A scene that is being built, with two parameters to set.
+// A scene that is being built, with two parameters to set to 7. It notes what its hooks are told.
 struct Scene : tavParameterVRScene {
   Scene() { BuildScene_Begin(); }
   ~Scene() override { delete_scene(); }
-  tavEError AddSet(int index) { return BuildScene_AddSetParameter(&targets[index], &kValue, 1); }
 
-  // Asks until the event comes, for a play thread that does not wait yet misses requests; then lets it go on.
-  void Ask(unsigned char play, VEvent& event) {
-    for (finished.Reset(), event.Reset(); !event.Wait(20);) SetValue(play);
-    finished.Wait(10);
-  }
   void OnParameterSet(tavIParameter* parameter) override {
-    times.push_back(VTime::TimeUS());
-    record += parameter->ValueToString() + (parameter == &targets[0] ? "a" : "b");
-    if (record.size() >= enough) set.Signal();
+    events.push_back((parameter == &first ? "first " : "second ") + parameter->ValueToString());
+    hasSet.release();
   }
-  void OnPlayFinish() override {
-    times.push_back(VTime::TimeUS());
-    record += ValueToString() + "end";
-    finished.Signal();
+  void OnPlayFinish() override { events.push_back("finish at " + ValueToString()); }
+
+  tavEError AddSet(tavIParameter& target) { return BuildScene_AddSetParameter(&target, &kSeven, 1); }
+
+  // Asks its thread to play until it does: a thread that does not wait for a request yet misses it. The first
+  // item must set a parameter, and a wait must follow, so that the play does not end meanwhile.
+  void Play(unsigned char value) {
+    while (hasSet.try_acquire()) {
+    }
+    for (int tries = 0; tries < 2000; ++tries) {
+      SetValue(value);
+      if (hasSet.try_acquire_for(milliseconds(5))) return;
+    }
+    FAIL() << "the scene is not played";
   }
-  tavParameterByte targets[2];
-  std::string record;
-  std::vector<unsigned long long> times;
-  std::size_t enough = 1;
-  VEvent set, finished;
+
+  tavParameterByte first;
+  tavParameterByte second;
+  std::vector<std::string> events;
+  std::counting_semaphore<> hasSet{0};
 };
 
-TEST(TavParameterVRScene, ReportsWhatCannotBeBuilt) {
+struct TavParameterVRScene : testing::Test {
   Scene scene;
-  const auto expect = [](int code, int line, const char* function, const char* message, auto call) {
-    ExpectReport(code, message, "ParameterVRScene", function, line, [&] { EXPECT_EQ(call(), code); });
-  };
-  const char* const addSet = "BuildScene_AddSetParameter";
-  const auto wait = [&] { return scene.BuildScene_AddWait(9); };
-  expect(6, 201, "BuildScene_AddWait", "The smallest wait time must be 10 ms", wait);
-  expect(6, 214, addSet, "pPrm == 0", [&] { return scene.BuildScene_AddSetParameter(nullptr, &kValue, 1); });
-  expect(6, 215, addSet, "pBuffer == 0 || size == 0",
-         [&] { return scene.BuildScene_AddSetParameter(scene.targets, &kValue, 0); });
-  expect(0, 193, "BuildScene_End", "tavParameterVRScene do not use Thread for play",
-         [&] { return scene.BuildScene_End(); });
-  expect(1, 200, "BuildScene_AddWait", "You musy to call BuildScene_Begin", wait);
-  expect(1, 213, addSet, "You musy to call BuildScene_Begin", [&] { return scene.AddSet(0); });
-  tavVirtualItemParameter item;
-  ExpectReport(6, "!m_pPrm || !pBuffer || m_dwSize == 0", "VirtualItemParameter", "SetParameter", 28,
-               [&] { EXPECT_EQ(item.SetParameter(scene.targets, nullptr, 1), 6); });
-  ExpectReport(6, "!m_pData || !m_pPrm || m_dwSize == 0", "VirtualItemParameter", "Execute", 44,
-               [&] { EXPECT_EQ(item.Execute(), 6U); });
-  tavParameterColor wide;
-  wide.SetValue(1, 2, 3, 4);
-  EXPECT_TRUE(item.SetParameter(&wide, &kValue, 1) == 0 && item.Execute() == 0);
-  EXPECT_EQ(wide.ValueToString(), "0x07000000") << "what the item does not reach is cleared";
-  EXPECT_EQ(tavVirtualItemWait().Execute(), 0U) << "not woken";
+};
+
+TEST_F(TavParameterVRScene, PlaysTwoSettingsAtOnceInOrder) {
+  scene.AddSet(scene.second);
+  scene.AddSet(scene.first);
+  scene.SetValue(1);
+  EXPECT_THAT(scene.events, ElementsAre("second 7", "first 7", "finish at 0"));
+  EXPECT_EQ(scene.GetValue(), 0);
 }
 
-TEST(TavParameterVRScene, PlaysFewSettingsAtOnceAndWaitsOnItsThread) {
-  tavError::Level = 0;  // what the failing item throws is reported
-  Scene scene;
-  scene.SetValue(1);  // an empty scene is not played
-  EXPECT_TRUE(scene.AddSet(1) == 0 && scene.AddSet(0) == 0);
-  scene.SetValue(9);  // nor is one repeated without a thread
-  EXPECT_TRUE(scene.GetValue() == 2 && scene.record.empty());
-  scene.SetValue(1);
-  EXPECT_TRUE(scene.record == "7b7a0end" && !scene.UseThread() && scene.AddSet(0) == 0 && scene.UseThread());
-  scene.BuildScene_Begin();
-  EXPECT_TRUE(scene.AddSet(0) == 0 && scene.BuildScene_AddWait(10) == 0);
-  auto* const failing = new Failing;
-  failing->SetNext(new tavVirtualItemWait);
-  scene.add_as_last(failing);  // and what it brings
-  scene.AddSet(1);
-  scene.targets[1].SetUniqueID(42);
-  scene.targets[1].SetValue(5);
-  EXPECT_TRUE(scene.SerializeParametersAsXml().ends_with(
-      "</value><scene><set id=\"0\" val=\"7\"></set><wait ms_time=\"10\"></wait>"
-      "<wait ms_time=\"0\"></wait><set id=\"42\" val=\"5\"></set></scene>"));
-  EXPECT_TRUE(scene.BuildScene_End() == 0 && scene.BuildScene_End() == 0);
-  scene.Ask(1, scene.set);
-  EXPECT_TRUE(scene.finished.Wait(20000));
-  scene.set.Reset();
-  scene.SetValue(1);
-  const bool isPause = VTime::TimeUS() - scene.times.back() < 100000;
-  EXPECT_FALSE((scene.set.Wait(250) || scene.GetValue() != 1) && isPause) << "missed: intended";
-  scene.enough = 40;
-  scene.Ask(2, scene.set);
-  scene.delete_scene();
-  EXPECT_TRUE(scene.record.starts_with("7b7a0end7a7b0end") &&
-              scene.record.find("7a7b7a7b") != tavString::npos);
-  EXPECT_GE(scene.times[4] - scene.times[3], 10000U);
-  Scene threaded;
-  Scene::NonThreadParametersCount = 0;
-  EXPECT_TRUE(threaded.AddSet(0) == 0 && threaded.UseThread());
-  Scene::NonThreadParametersCount = 2;
-  tavError::Level = tavLogLevel_Console;
+TEST_F(TavParameterVRScene, DoesNotRepeatAPlayWithoutAThread) {
+  scene.AddSet(scene.first);
+  scene.SetValue(9);
+  EXPECT_EQ(scene.GetValue(), 2);
+  EXPECT_THAT(scene.events, ElementsAre());
 }
 
-TEST(TavParameterVRScene, AStopEndsAWaitAndThePlay) {
-  for (const int kind : {0, 1, 2}) {
-    Scene scene;
-    scene.AddSet(0);
-    if (kind == 2) scene.add_as_last(new StoppedWait(scene));
-    EXPECT_EQ(scene.BuildScene_AddWait(600000), 0);
-    if (kind != 0) scene.AddSet(1);
-    scene.BuildScene_End();
-    scene.Ask(1, scene.set);
-    if (kind != 2) scene.SetValue(0);
-    scene.Ask(1, scene.set);
-    scene.BuildScene_Begin();
-    EXPECT_TRUE(scene.record == "7a7a" && scene.GetValue() == (kind == 2 ? 0 : 1)) << "not finished";
-    scene.BuildScene_End();
-    scene.SetValue(1);
-    EXPECT_FALSE(scene.finished.Wait(20)) << "a rebuilt scene never plays on a thread: intended";
+TEST_F(TavParameterVRScene, NeedsAThreadForMoreThanTwoSettings) {
+  scene.AddSet(scene.first);
+  scene.AddSet(scene.second);
+  EXPECT_FALSE(scene.UseThread());
+  scene.AddSet(scene.first);
+  EXPECT_TRUE(scene.UseThread());
+}
+
+TEST_F(TavParameterVRScene, NotesAtTheEndThatItNeedsNoThread) {
+  EXPECT_EQ(CapturedOutput([this] { EXPECT_EQ(scene.BuildScene_End(), tavError_NoError); }),
+            "Info Message : tavParameterVRScene do not use Thread for play\n");
+}
+
+// A failure to add an item.
+void ExpectRefused(int code, const char* function, const char* message, int line,
+                   std::function<tavEError()> add) {
+  ExpectReport({code, "tav_parametervrscene", function, message, line}, static_cast<tavEError>(code), add);
+}
+
+TEST_F(TavParameterVRScene, RefusesItemsThatCannotBePlayed) {
+  ExpectRefused(6, "BuildScene_AddWait", "The smallest wait time must be 10 ms", 201,
+                [this] { return scene.BuildScene_AddWait(9); });
+  ExpectRefused(6, "BuildScene_AddSetParameter", "pPrm == 0", 214,
+                [this] { return scene.BuildScene_AddSetParameter(nullptr, &kSeven, 1); });
+  ExpectRefused(6, "BuildScene_AddSetParameter", "pBuffer == 0 || size == 0", 215,
+                [this] { return scene.BuildScene_AddSetParameter(&scene.first, &kSeven, 0); });
+  EXPECT_FALSE(scene.UseThread());
+}
+
+TEST_F(TavParameterVRScene, RefusesItemsUnlessItIsBeingBuilt) {
+  CapturedOutput([this] { scene.BuildScene_End(); });
+  ExpectRefused(1, "BuildScene_AddWait", "You musy to call BuildScene_Begin", 200,
+                [this] { return scene.BuildScene_AddWait(10); });
+  ExpectRefused(1, "BuildScene_AddSetParameter", "You musy to call BuildScene_Begin", 213,
+                [this] { return scene.AddSet(scene.first); });
+}
+
+TEST_F(TavParameterVRScene, SerializesItsItemsWithTheirPresentValues) {
+  scene.second.SetUniqueID(42);
+  scene.second.SetValue(5);
+  scene.BuildScene_AddWait(500);
+  scene.AddSet(scene.second);
+  EXPECT_EQ(scene.SerializeParametersAsXml(),
+            "<flags>00000000</flags><value>0</value><scene><wait ms_time=\"500\"></wait>"
+            "<set id=\"42\" val=\"5\"></set></scene>");
+}
+
+// A wait of a minute in a scene, which tells when it has ended, and may stop the scene just before it begins.
+struct Wait : tavVirtualItemWait {
+  explicit Wait(tavParameterVRScene* toStop = nullptr) : scene(toStop) { SetWaitTime(60000); }
+  unsigned int Execute() override {
+    if (scene != nullptr) scene->SetValue(0);
+    const unsigned int result = tavVirtualItemWait::Execute();
+    hasEnded.release();
+    return result;
   }
+  void ExpectEnd() {
+    EXPECT_TRUE(hasEnded.try_acquire_for(std::chrono::seconds(10))) << "the wait does not end";
+  }
+
+  tavParameterVRScene* const scene;
+  std::counting_semaphore<> hasEnded{0};
+};
+
+// A scene of "first", a wait and "second", played on its thread under a clock that the test advances.
+struct TavParameterVRSceneOnAThread : testing::Test {
+  TavParameterVRSceneOnAThread() {
+    scene.AddSet(scene.first);
+    scene.add_as_last(wait);
+    scene.AddSet(scene.second);
+    EXPECT_EQ(scene.BuildScene_End(), tavError_NoError);
+  }
+  void PlayUpToTheWait(unsigned char value) {
+    scene.Play(value);
+    clock.AwaitSleepers(1);
+  }
+  // Plays on, up to the next wait or to the pause that follows a play.
+  void PassTheWait() {
+    clock.Advance(milliseconds(60000));
+    wait->ExpectEnd();
+    clock.AwaitSleepers(1);
+  }
+  void PassThePause() { clock.Advance(milliseconds(100)); }
+
+  TestClock clock{TestClock::Utc(2014, 4, 8, 10, 0, 0)};
+  Scene scene;
+  Wait* const wait = new Wait;  // the scene's
+};
+
+TEST_F(TavParameterVRSceneOnAThread, PlaysInOrderAndWaits) {
+  PlayUpToTheWait(1);
+  EXPECT_THAT(scene.events, ElementsAre("first 7"));
+  PassTheWait();
+  EXPECT_THAT(scene.events, ElementsAre("first 7", "second 7", "finish at 0"));
+}
+
+TEST_F(TavParameterVRSceneOnAThread, RepeatsAPlay) {
+  PlayUpToTheWait(2);
+  PassTheWait();
+  EXPECT_THAT(scene.events, ElementsAre("first 7", "second 7", "first 7"));
+}
+
+TEST_F(TavParameterVRSceneOnAThread, EndsTheWaitAndThePlayWhenItIsStopped) {
+  PlayUpToTheWait(1);
+  scene.SetValue(0);
+  wait->ExpectEnd();
+  clock.AwaitSleepers(1);
+  EXPECT_THAT(scene.events, ElementsAre("first 7"));
+  PassThePause();
+  PlayUpToTheWait(1);
+  EXPECT_THAT(scene.events, ElementsAre("first 7", "first 7")) << "the next play starts anew";
+}
+
+TEST_F(TavParameterVRSceneOnAThread, MissesARequestInThePauseAfterAPlay) {
+  PlayUpToTheWait(1);
+  PassTheWait();
+  while (scene.hasSet.try_acquire()) {
+  }
+  scene.SetValue(1);
+  PassThePause();
+  EXPECT_FALSE(scene.hasSet.try_acquire_for(milliseconds(50)));
+  EXPECT_EQ(scene.GetValue(), 1);
+}
+
+TEST_F(TavParameterVRSceneOnAThread, NeverPlaysOnAThreadAgainOnceItIsRebuilt) {
+  PlayUpToTheWait(1);
+  scene.BuildScene_Begin();
+  EXPECT_THAT(scene.events, ElementsAre("first 7")) << "the wait has ended, and the play with it";
+  scene.AddSet(scene.first);
+  scene.BuildScene_AddWait(60000);
+  EXPECT_EQ(scene.BuildScene_End(), tavError_NoError);
+  scene.SetValue(1);
+  EXPECT_FALSE(scene.hasSet.try_acquire_for(milliseconds(50)));
+}
+
+TEST_F(TavParameterVRScene, EndsAWaitThatHasNotBegunWhenItIsStopped) {
+  auto* const wait = new Wait(&scene);
+  scene.AddSet(scene.first);
+  scene.add_as_last(wait);
+  scene.AddSet(scene.second);
+  scene.BuildScene_End();
+  scene.Play(1);
+  wait->ExpectEnd();
+}
+
+TEST(TavVirtualItemParameter, ReportsAMissingParameterOrValue) {
+  tavParameterByte byte;
+  tavVirtualItemParameter item;
+  const Report report{6, "tav_virtualitemparameter", "SetParameter", "!m_pPrm || !pBuffer || m_dwSize == 0",
+                      28};
+  ExpectReport(report, tavError_InvalidArgument, [&] { return item.SetParameter(nullptr, &kSeven, 1); });
+  ExpectReport(report, tavError_InvalidArgument, [&] { return item.SetParameter(&byte, nullptr, 1); });
+  ExpectReport({6, "tav_virtualitemparameter", "Execute", "!m_pData || !m_pPrm || m_dwSize == 0", 44}, 6U,
+               [&] { return item.Execute(); });
 }
 
 }  // namespace
+}  // namespace tavon

@@ -1,88 +1,140 @@
-#include "model_test.h"
+#include "tav_tparameter.h"
+
+#include "expect_report.h"
+#include "object_lock.h"
+#include "tav_parameterbyte.h"
+#include "tav_parametercolor.h"
+#include "tav_parameterinfo.h"
+
+namespace tavon {
+namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-static unsigned int AddRule(Prm& driver, int op, const Bytes& operand, const Bytes& value) {
-  const auto size = static_cast<unsigned int>(value.size());
-  return driver.AddDrivenMapItem(Op(op), operand.data(), static_cast<unsigned int>(operand.size()),
-                                 value.data(), size);
-}
-
-TEST(TavTParameter, StoresBytesAndMarksChanges) {
-  const std::string before = "0x00003344";
-  const std::tuple<Bytes, unsigned char, std::string> cases[] = {
-      {{0x11, 0x22}, 1, "0x11220000"},
-      {{0x11, 0x22}, 0, "0x11223344"},
-      {{0, 0}, 1, before},  // nothing is cleared without a change
-      {{0, 0, 0x33, 0x44, 5}, 1, before},
-      {{0, 0, 0x33, 9, 5}, 0, "0x00003309"},
-  };
-  for (const auto& [data, flag, after] : cases) {
-    tavParameterColor color;
-    color.SetDataFromString(before);
-    color.IsDirty(false);
-    color.SetData(data.data(), static_cast<unsigned int>(data.size()), flag);
-    EXPECT_EQ(color.ValueToString(), after);
-    EXPECT_EQ(color.IsDirty(), after != before);
-  }
-}
-
-TEST(TavTParameter, KeepsStylesAndSettings) {
-  tavParameterByte parameter;
-  tavArray<tavString> styles{"old"};
-  tavString settings;
-  parameter.AddUIStyle("b");
-  parameter.SetUIStyle({"c", "c"});
-  for (const char* style : {"c", "a", "a"}) parameter.AddUIStyle(style);
-  parameter.GetUIStyle(&styles);
-  parameter.GetUIStyle(nullptr);
-  parameter.SetSettings("a=1");
-  parameter.GetSettings(&settings);
-  parameter.GetSettings(nullptr);
-  EXPECT_TRUE(styles == (tavArray<tavString>{"c", "c", "a"}) && settings == "a=1");
-}
-
-struct Driver : tavParameterInfo {
-  void OnLinkedParameterChange() override { EXPECT_TRUE(++links > 0 && LockOf::IsFree(*this)); }
-  std::string Take(const char* text) {  // takes over a value; the target's after that
-    SetValue(text);
-    IsDirty(false);
-    return target.ValueToString();
-  }
-  struct : tavParameterColor {  // it knows its driver as its own target, for which it has no rules
-    void OnRGBValue(unsigned char) override { EXPECT_TRUE(LockOf::IsHeld(*GetDrivenTarget())); }
-  } target;
-  int links = 0;
+struct WriteCase {
+  const char* reason;
+  Bytes data;
+  unsigned char flag;
+  const char* value;
+  bool isDirty;
 };
 
-TEST(TavTParameter, DrivesItsTargetByTheFirstRuleThatHolds) {
-  Driver driver;
-  driver.target.SetDrivenTarget(&driver);
-  driver.SetDrivenTarget(&driver.target);
-  // A comparison with a text looks for a terminating zero, which the operand does not have.
-  EXPECT_EQ(AddRule(driver, tavCodeOperator_Equal, {'a', 'b', 'c'}, {4, 3, 2, 1}), 0U);
-  AddRule(driver, tavCodeOperator_Greater, {0, 0, 0}, {7});
-  AddRule(driver, tavCodeOperator_Equal, {'a', 'b', 'c', 'd'}, {8});
-  EXPECT_TRUE(driver.Take("ab") == "0x00000000" && driver.links == 0) << "no rule holds";
-  EXPECT_EQ(driver.Take("abc"), "0x04030201");
-  EXPECT_EQ(driver.Take("abcd"), "0x07000000") << "a shorter value clears the rest";
-  AddRule(driver, 0, {1}, {1});
-  AddRule(driver, tavCodeOperator_Less, {0, 0}, {2});
-  ExpectReport(1, "UnKnown tavECodeOperator operator type", "ParameterInfo", "Comparison", kAnyLine,
-               [&] { EXPECT_EQ(driver.Take("a"), "0x02000000"); });
-  ExpectThrownReport(driver, [&] { driver.Take("b"); });
-  driver.SetDrivenTarget(nullptr);
-  EXPECT_TRUE(driver.Take("abc") == "0x02000000" && driver.links == 3);
+TEST(TavTParameter, StoresBytesAndMarksChanges) {
+  const WriteCase cases[] = {
+      {"fewer bytes with the flag clear the rest", {0x11, 0x22}, 1, "0x11220000", true},
+      {"fewer bytes without the flag keep the rest", {0x11, 0x22}, 0, "0x11223344", true},
+      {"equal bytes change nothing, not even the rest", {0, 0}, 1, "0x00003344", false},
+      {"bytes beyond the value are ignored", {0, 0, 0x33, 0x44, 5}, 0, "0x00003344", false},
+      {"every byte counts", {0, 0, 0x33, 0x45}, 0, "0x00003345", true},
+  };
+  for (const WriteCase& c : cases) {
+    tavParameterColor color;
+    color.SetDataFromString("0x00003344");
+    color.IsDirty(false);
+    color.SetData(c.data.data(), static_cast<unsigned int>(c.data.size()), c.flag);
+    EXPECT_EQ(color.ValueToString(), c.value) << c.reason;
+    EXPECT_EQ(color.IsDirty(), c.isDirty) << c.reason;
+  }
 }
 
-TEST(TavTParameter, ReportsWhatItCannotDo) {
-  tavParameterByte parameter;
-  const auto expect = [](const char* message, const char* function, int line, auto operation) {
-    ExpectReport(6, message, "TParameter", function, line, operation);
-  };
-  expect("io_buffer == 0", "GetDataCopy", 192, [&] { parameter.GetDataCopy(nullptr); });
-  expect("dataDriver == 0 || sizeDriver == 0", "AddDrivenMapItem", 223,
-         [&] { EXPECT_EQ(AddRule(parameter, 1, {}, {}), 6U); });
-  expect("dataDriven == 0 || sizeDriven == 0", "AddDrivenMapItem", 224,
-         [&] { EXPECT_EQ(AddRule(parameter, 1, {1}, {}), 6U); });
+TEST(TavTParameter, IsMarkedDirtyBeforeItChanges) {
+  struct : tavParameterByte {
+    using tavParameterByte::IsDirty;
+    void IsDirty(bool dirty) override {
+      valueWhenMarked = GetValue();
+      tavParameterByte::IsDirty(dirty);
+    }
+    unsigned char valueWhenMarked = 99;
+  } parameter;
+  parameter.SetValue(7);
+  EXPECT_EQ(parameter.valueWhenMarked, 0);
 }
+
+TEST(TavTParameter, ReportsAMissingBufferForACopy) {
+  const tavParameterByte parameter;
+  ExpectReport({6, "tav_tparameter", "GetDataCopy", "io_buffer == 0", 192},
+               [&] { parameter.GetDataCopy(nullptr); });
+}
+
+TEST(TavTParameter, AddsAStyleThatIsNew) {
+  tavParameterByte parameter;
+  parameter.SetUIStyle({"c", "c"});  // taken as it is
+  for (const char* style : {"a", "c", "a"}) parameter.AddUIStyle(style);
+  tavArray<tavString> styles{"old"};
+  parameter.GetUIStyle(&styles);
+  EXPECT_EQ(styles, (tavArray<tavString>{"c", "c", "a"}));
+  parameter.GetUIStyle(nullptr);
+}
+
+// A text that drives a colour.
+struct TavTParameterLink : testing::Test {
+  TavTParameterLink() {
+    driver.SetDrivenTarget(&target);
+    target.driver = &driver;
+  }
+  unsigned int AddRule(tavECodeOperator op, const Bytes& operand, const Bytes& value) {
+    return driver.AddDrivenMapItem(op, operand.data(), static_cast<unsigned int>(operand.size()),
+                                   value.data(), static_cast<unsigned int>(value.size()));
+  }
+  // Gives the driver a value and acknowledges that; what the target's value is then.
+  std::string TargetAfter(const char* text) {
+    driver.SetValue(text);
+    driver.IsDirty(false);
+    return target.ValueToString();
+  }
+
+  struct : tavParameterInfo {
+    void OnLinkedParameterChange() override {
+      ++changes;
+      EXPECT_TRUE(ObjectLock::IsFree(*this)) << "told without the lock";
+    }
+    int changes = 0;
+  } driver;
+  struct : tavParameterColor {
+    void OnRGBValue(unsigned char) override {
+      EXPECT_FALSE(ObjectLock::IsFree(*driver)) << "locks are taken from driver to target";
+    }
+    tavObject* driver = nullptr;
+  } target;
+};
+
+TEST_F(TavTParameterLink, SetsTheTargetByTheFirstRuleThatHolds) {
+  AddRule(tavCodeOperator_Equal, {'n', 'o'}, {9, 9, 9, 9});
+  AddRule(tavCodeOperator_Greater, {0, 0}, {4, 3, 2, 1});
+  AddRule(tavCodeOperator_Greater, {0}, {8});
+  EXPECT_EQ(TargetAfter("abc"), "0x04030201");
+  EXPECT_EQ(driver.changes, 1);
+}
+
+TEST_F(TavTParameterLink, ClearsWhatAShorterValueDoesNotReach) {
+  AddRule(tavCodeOperator_Equal, {'a'}, {1, 2, 3, 4});
+  AddRule(tavCodeOperator_Equal, {'a', 'b'}, {7});  // no zero ends this operand, and nothing behind it counts
+  EXPECT_EQ(TargetAfter("a"), "0x01020304");
+  EXPECT_EQ(TargetAfter("ab"), "0x07000000");
+}
+
+TEST_F(TavTParameterLink, DoesNothingWithoutATargetOrARuleThatHolds) {
+  AddRule(tavCodeOperator_Equal, {'a'}, {7});
+  EXPECT_EQ(TargetAfter("b"), "0x00000000");
+  driver.SetDrivenTarget(nullptr);
+  EXPECT_EQ(TargetAfter("a"), "0x00000000");
+  EXPECT_EQ(driver.changes, 0);
+}
+
+TEST_F(TavTParameterLink, GoesOnAfterARuleWithoutAnOperator) {
+  AddRule(static_cast<tavECodeOperator>(0), {1}, {1});
+  AddRule(tavCodeOperator_Equal, {'a'}, {2});
+  ExpectReport({1, "tav_parameterinfo", "Comparison", "UnKnown tavECodeOperator operator type"}, "0x02000000",
+               [&] { return TargetAfter("a"); });
+  ExpectUnlockedAfterThrow(driver, [&] { TargetAfter("b"); });
+}
+
+TEST_F(TavTParameterLink, RefusesARuleWithoutAnOperandOrAValue) {
+  ExpectReport({6, "tav_tparameter", "AddDrivenMapItem", "dataDriver == 0 || sizeDriver == 0", 223}, 6U,
+               [&] { return AddRule(tavCodeOperator_Equal, {}, {1}); });
+  ExpectReport({6, "tav_tparameter", "AddDrivenMapItem", "dataDriven == 0 || sizeDriven == 0", 224}, 6U,
+               [&] { return AddRule(tavCodeOperator_Equal, {1}, {}); });
+}
+
+}  // namespace
+}  // namespace tavon

@@ -1,81 +1,188 @@
-#include <atomic>
-#include <chrono>
+// The types that act on their own value after a time, under a clock that the test advances.
+#include <gmock/gmock.h>
 
-#include "model_test.h"
+#include "object_lock.h"
+#include "tav_parametershutter.h"
+#include "tav_parameterswitchrelease.h"
 #include "test_clock.h"
-#include "vtime.h"
 
-using std::chrono_literals::operator""s;
-
+namespace tavon {
 namespace {
 
-// Notes when its thread has acted.
-template <class Parameter>
-struct Watched : Parameter {
-  ~Watched() { this->term_thread(); }
-  void OnStop() {
-    EXPECT_TRUE(LockOf::IsFree(*this)) << "hooks are called without the lock";
-    actedAt = VTime::Time();
-    acted.Signal();
+using std::chrono::milliseconds;
+using testing::AllOf;
+using testing::Ge;
+using testing::Le;
+
+struct TimedParameters : testing::Test {
+  // Lets time pass while a parameter looks at its value four times a second.
+  void Pass(milliseconds time) {
+    const milliseconds step{50};
+    for (clock.AwaitSleepers(1); time > milliseconds(0) && !HasFatalFailure(); time -= step) {
+      clock.Advance(step);
+      clock.AwaitSleepers(1);
+    }
   }
-  void OnSafeValue() {
-    this->SetSafeTime(7);  // a hook may end its own thread
-    OnStop();
-  }
-  bool HasActedAfter(unsigned int time, unsigned long since, unsigned char value) {
-    return acted.Wait(20000) && this->GetValue() == value && static_cast<unsigned>(actedAt - since) >= time;
-  }
-  std::atomic<unsigned long> actedAt{0};
-  VEvent acted;
+  TestClock clock{TestClock::Utc(2014, 4, 8, 10, 0, 0)};
 };
 
-TEST(TimedParameters, ActByThemselvesWhenTheirTimeIsOver) {
-  Watched<tavParameterSwitchRelease> plain, inverted, restarted, stopped, tooShort;
-  Watched<tavParameterShutter> moving, turning;
-  turning.SetActionTime(100000);
-  for (const auto& [command, value] : {std::pair{2, 2}, {0, 1}, {4, 3}, {255, 3}, {1, 1}}) {
-    turning.SetValue(static_cast<unsigned char>(command));
-    EXPECT_TRUE(turning.GetValue() == value && moving.GetValue() == 2);
+// Counts its stops.
+struct Shutter : tavParameterShutter {
+  ~Shutter() override { term_thread(); }
+  void OnStop() override {
+    EXPECT_EQ(GetValue(), 2) << "told when it has stopped";
+    EXPECT_TRUE(ObjectLock::BecomesFree(*this)) << "told without the lock";
+    ++stops;
   }
-  moving.SetActionTime(500);
-  const unsigned long start = VTime::Time();
-  inverted.IsInverted(true);
-  for (auto* release : {&plain, &inverted, &restarted, &stopped, &tooShort}) {
-    release->SetValue(release == &inverted ? 0 : 1);
-    release->SetSafeTime(release == &tooShort ? 999 : release == &restarted ? 2000 : 1000);
+  int stops = 0;
+};
+
+struct TavParameterShutter : TimedParameters {
+  // Commands the shutter to move. The milliseconds until it stops itself.
+  milliseconds::rep TravelOf(unsigned char command) {
+    const milliseconds step{50};
+    milliseconds time{0};
+    for (shutter.SetValue(command); shutter.GetValue() == command && !HasFatalFailure(); time += step)
+      Pass(step);
+    return time.count();
   }
-  stopped.SetSafeTime(999);
-  stopped.SetSafeTime(1000);  // once stopped it never releases again: intended
-  do {
-    moving.SetValue(1);  // a repeated command does not prolong the travel
-  } while (!moving.acted.Wait(20));
-  EXPECT_TRUE(moving.HasActedAfter(500, start, moving.GetValue()));
-  const unsigned long restart = VTime::Time();
-  restarted.SetValue(1);
-  turning.SetValue(3);
-  turning.SetActionTime(500);
-  EXPECT_TRUE(turning.HasActedAfter(500, restart, 2) && turning.IsChangedByCallBack());
-  turning.SetValue(2);
-  EXPECT_TRUE(plain.HasActedAfter(1000, start, 0) && inverted.HasActedAfter(1000, start, 1));
-  EXPECT_TRUE(restarted.HasActedAfter(2000, restart, 0) && !turning.IsChangedByCallBack());
-  EXPECT_TRUE(stopped.GetValue() == 1 && tooShort.GetValue() == 1 && stopped.GetSafeTime() == 1000);
-  EXPECT_TRUE(turning.SerializeParametersAsXml().ends_with("<value>2</value><ms_time>500</ms_time>"));
-  EXPECT_TRUE(
-      inverted.SerializeParametersAsXml().ends_with("</value><invert>1</invert><ms_time>7</ms_time>"));
+  Shutter shutter;
+};
+
+TEST_F(TavParameterShutter, LimitsItsCommands) {
+  shutter.SetActionTime(100000);
+  shutter.SetValue(0);
+  EXPECT_EQ(shutter.GetValue(), 1);
+  shutter.SetValue(4);
+  EXPECT_EQ(shutter.GetValue(), 3);
+  shutter.SetValue(2);
+  EXPECT_EQ(shutter.GetValue(), 2);
 }
 
-TEST(TimedParameters, NeverTakeANewValueForAnOldOne) {
-  tavParameterSwitchRelease release;
+TEST_F(TavParameterShutter, StopsAfterItsActionTime) {
+  shutter.SetActionTime(2000);
+  EXPECT_THAT(TravelOf(1), AllOf(Ge(2000), Le(2250)));
+  EXPECT_EQ(shutter.GetValue(), 2);
+  EXPECT_EQ(shutter.stops, 1);
+}
+
+TEST_F(TavParameterShutter, StopsWhenTheCommandComesLongAfterItWasMade) {
+  shutter.SetActionTime(2000);
+  clock.Advance(milliseconds(630));
+  EXPECT_THAT(TravelOf(3), AllOf(Ge(2000), Le(2250)));
+}
+
+TEST_F(TavParameterShutter, StopsAtOnceWithoutAnActionTime) { EXPECT_THAT(TravelOf(3), Le(250)); }
+
+TEST_F(TavParameterShutter, IsNotProlongedByARepeatedCommand) {
+  shutter.SetActionTime(2000);
+  shutter.SetValue(1);
+  Pass(milliseconds(1500));
+  EXPECT_THAT(TravelOf(1), AllOf(Ge(500), Le(750)));
+}
+
+TEST_F(TavParameterShutter, TravelsAnewAfterAChangeOfDirection) {
+  shutter.SetActionTime(2000);
+  shutter.SetValue(1);
+  Pass(milliseconds(1500));
+  EXPECT_THAT(TravelOf(3), AllOf(Ge(2000), Le(2250)));
+}
+
+TEST_F(TavParameterShutter, SerializesItsActionTime) {
+  shutter.SetActionTime(500);
+  EXPECT_THAT(shutter.SerializeParametersAsXml(),
+              testing::EndsWith("<value>2</value><ms_time>500</ms_time>"));
+}
+
+TEST_F(TavParameterShutter, TellsUntilTheNextCommandThatItStoppedItself) {
+  TravelOf(1);
+  EXPECT_TRUE(shutter.IsChangedByCallBack());
+  shutter.SetValue(2);
+  EXPECT_FALSE(shutter.IsChangedByCallBack());
+}
+
+// Counts its releases.
+struct SwitchRelease : tavParameterSwitchRelease {
+  ~SwitchRelease() override { term_thread(); }
+  void OnSafeValue() override {
+    EXPECT_TRUE(ObjectLock::BecomesFree(*this)) << "told without the lock";
+    ++releases;
+  }
+  int releases = 0;
+};
+
+struct TavParameterSwitchRelease : TimedParameters {
+  SwitchRelease release;
+};
+
+TEST_F(TavParameterSwitchRelease, ReleasesAfterItsSafeTime) {
+  release.SetSafeTime(2000);
+  release.SetValue(1);
+  Pass(milliseconds(1950));
+  EXPECT_EQ(release.GetValue(), 1);
+  Pass(milliseconds(300));
+  EXPECT_EQ(release.GetValue(), 0);
+  EXPECT_EQ(release.releases, 1);
+}
+
+TEST_F(TavParameterSwitchRelease, WaitsAnewAfterEveryActiveWrite) {
+  release.SetSafeTime(2000);
+  release.SetValue(1);
+  Pass(milliseconds(1500));
+  release.SetValue(1);
+  Pass(milliseconds(1950));
+  EXPECT_EQ(release.GetValue(), 1);
+  Pass(milliseconds(300));
+  EXPECT_EQ(release.GetValue(), 0);
+}
+
+TEST_F(TavParameterSwitchRelease, ReleasesToOneWhenItIsInverted) {
+  release.IsInverted(true);
   release.SetSafeTime(1000);
-  const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(200);
-  for (TestClock clock(1000s); std::chrono::steady_clock::now() < end; clock.Advance(1s)) {
+  release.SetValue(0);
+  Pass(milliseconds(1300));
+  EXPECT_EQ(release.GetValue(), 1);
+  EXPECT_EQ(release.releases, 1);
+}
+
+TEST_F(TavParameterSwitchRelease, HasNoThreadForLessThanASecond) {
+  SwitchRelease tooShort;
+  tooShort.SetSafeTime(999);
+  tooShort.SetValue(1);
+  release.SetSafeTime(1000);
+  Pass(milliseconds(2000));  // with one thread
+  EXPECT_EQ(tooShort.GetValue(), 1);
+}
+
+TEST_F(TavParameterSwitchRelease, NeverReleasesAgainOnceItWasStopped) {
+  SwitchRelease stopped;
+  stopped.SetSafeTime(1000);
+  stopped.SetSafeTime(500);
+  stopped.SetSafeTime(3000);
+  stopped.SetValue(1);
+  release.SetSafeTime(1000);
+  Pass(milliseconds(4000));
+  EXPECT_EQ(stopped.GetSafeTime(), 3000U);
+  EXPECT_EQ(stopped.GetValue(), 1);
+}
+
+TEST_F(TavParameterSwitchRelease, SerializesItsSenseAndItsSafeTime) {
+  release.IsInverted(true);
+  release.SetSafeTime(500);
+  EXPECT_THAT(release.SerializeParametersAsXml(),
+              testing::EndsWith("<value>0</value><invert>1</invert><ms_time>500</ms_time>"));
+}
+
+TEST_F(TavParameterSwitchRelease, NeverReleasesAValueThatHasJustBeenSet) {
+  release.SetSafeTime(1000);
+  for (int i = 0; i < 500 && !HasFatalFailure(); ++i) {
+    clock.AwaitSleepers(1);
+    clock.Advance(milliseconds(1000));  // the thread looks at the value while it is set
     release.SetValue(1);
     EXPECT_EQ(release.GetValue(), 1);
     release.SetValue(0);
   }
-  TestClock clock(1000s);
-  for (release.SetValue(1); release.GetValue() != 0;) clock.Advance(1s);
-  for (release.IsInverted(true); release.GetValue() != 1;) clock.Advance(1s);
 }
 
 }  // namespace
+}  // namespace tavon

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <future>
+
+#include "tav_error.h"
+#include "tav_object.h"
+
+// The lock of an object as other threads see it.
+struct ObjectLock : tavon::tavObject {
+  // True when a thread other than the calling one can take it.
+  static bool IsFree(tavon::tavObject& object) {
+    return std::async(std::launch::async,
+                      [&object] {
+                        vMutex& lock = object.*(&ObjectLock::m_lock);
+                        return lock.TryLock() && lock.UnLockB();
+                      })
+        .get();
+  }
+
+  // The same where a thread of the object's own may have it for a moment.
+  static bool BecomesFree(tavon::tavObject& object) {
+    int tries = 0;
+    while (tries < 10000 && !IsFree(object)) ++tries;
+    return tries < 10000;
+  }
+
+  // Takes back one level of what the calling thread holds; false when it holds none.
+  static bool Release(tavon::tavObject& object) { return (object.*(&ObjectLock::m_lock)).UnLockB(); }
+};
+
+// Expects an operation of the object to report at a level of the log that throws, and to leave the object
+// unlocked.
+template <class Operation>
+void ExpectUnlockedAfterThrow(tavon::tavObject& object, Operation operation) {
+  tavon::tavError::Level = tavon::tavLogLevel_Throw;
+  EXPECT_THROW(operation(), tavon::tavError);
+  tavon::tavError::Level = tavon::tavLogLevel_Console;
+  EXPECT_TRUE(ObjectLock::BecomesFree(object));
+}
