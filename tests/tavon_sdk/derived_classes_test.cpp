@@ -1,9 +1,17 @@
 // What classes that programs derive from the types may rely on.
-#include "model_test.h"
+#include <gtest/gtest.h>
+
+#include "tav_parameterbyte.h"
+#include "tav_parametercamera.h"
+#include "tav_parametercolor.h"
+#include "tav_parametershutter.h"
+#include "tav_parameterthermo.h"
 #include "test_clock.h"
+#include "vthread.h"
 
 using std::chrono_literals::operator""ms;
 
+namespace tavon {
 namespace {
 
 // The common getter of both text types.
@@ -15,6 +23,34 @@ TEST(DerivedClasses, DecorateATextWithItsGetter) {
   DecoratedCamera camera;
   camera.SetLocalUrl("url");
   EXPECT_EQ(camera.ValueToString(), "<url>");
+}
+
+// A value that is not stored but asked for.
+template <class Parameter>
+struct Live : Parameter {
+  const unsigned char* GetData() const override { return data; }
+  const unsigned char data[4] = {7, 0, 0x80, 0x3F};
+};
+template <class Parameter>
+struct LiveValue : testing::Test {};
+using TypesWithBytes = testing::Types<tavParameterByte, tavParameterThermo, tavParameterColor>;
+TYPED_TEST_SUITE(LiveValue, TypesWithBytes);
+
+TYPED_TEST(LiveValue, IsWhatComparisonsSee) {
+  const Live<TypeParam> parameter;
+  EXPECT_TRUE(parameter.Comparison(tavCodeOperator_Equal, parameter.data, 4));
+}
+
+struct Renamed : tavParameterByte {
+  tavWString GetName() const override { return L"another"; }
+  bool HasFlags(unsigned char) const override { return true; }
+};
+
+TEST(DerivedClasses, DoNotChangeWhatTheObjectSaysOfItself) {
+  Renamed parameter;
+  parameter.SetName(L"own");
+  EXPECT_FALSE(parameter.IsDirty());
+  EXPECT_EQ(parameter.ToString(), "own.ParameterByte");
 }
 
 // Stores what it is given, unlike a shutter's own SetData.
@@ -47,3 +83,4 @@ TEST(DerivedClasses, AThreadOfTheProgramThatDoesAShuttersWorkCanBeStopped) {
 }
 
 }  // namespace
+}  // namespace tavon

@@ -1,4 +1,6 @@
 // Hooks that throw, rebuild, stop and restart what they belong to, while other threads use it.
+#include <gtest/gtest.h>
+
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
@@ -6,11 +8,16 @@
 #include <stdexcept>
 #include <thread>
 
-#include "model_test.h"
+#include "tav_parameterbyte.h"
+#include "tav_parametershutter.h"
+#include "tav_parameterswitchrelease.h"
+#include "tav_parameterthermochronoweek.h"
+#include "tav_parametervrscene.h"
 #include "test_clock.h"
 
 using std::chrono_literals::operator""ms, std::chrono_literals::operator""s;
 
+namespace tavon {
 namespace {
 
 constexpr unsigned char kOn = 1;
@@ -126,3 +133,4 @@ TEST(HooksStress, WildHooksHarmNobody) {
 }
 
 }  // namespace
+}  // namespace tavon

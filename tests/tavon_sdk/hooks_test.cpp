@@ -10,7 +10,12 @@
 
 #include "captured_output.h"
 #include "dro_error.h"
-#include "model_test.h"
+#include "object_lock.h"
+#include "tav_parameterbyte.h"
+#include "tav_parametershutter.h"
+#include "tav_parameterswitchrelease.h"
+#include "tav_parameterthermochronoweek.h"
+#include "tav_parametervrscene.h"
 #include "tav_virtualitemparameter.h"
 #include "test_clock.h"
 
@@ -18,6 +23,7 @@ using std::chrono_literals::operator""ms;
 using std::chrono_literals::operator""s;
 using testing::HasSubstr;
 
+namespace tavon {
 namespace {
 
 constexpr unsigned char kOn = 1;
@@ -210,10 +216,11 @@ TEST(Hooks, AnExceptionOfAPlayAtOnceIsTheCallersAndThenTheSceneMayBePlayedAgain)
   scene.Build();
   scene.onSet = [](tavIParameter*) { throw std::bad_alloc(); };
   EXPECT_THROW(scene.SetValue(kOn), std::bad_alloc);
-  EXPECT_TRUE(LockOf::IsFree(scene));
+  EXPECT_TRUE(ObjectLock::IsFree(scene));
   scene.onSet = nullptr;
   scene.SetValue(kOn);
   EXPECT_EQ(scene.finishes, 1);
 }
 
 }  // namespace
+}  // namespace tavon

@@ -1,16 +1,19 @@
 // A week of the schedule, hour by hour, as its thread sees it on a real machine: each look comes a little
 // late.
+#include <gtest/gtest.h>
+
 #include <chrono>
 #include <cstdlib>
 #include <numeric>
 
-#include "model_test.h"
+#include "tav_parameterthermochronoweek.h"
 #include "test_clock.h"
 
 using std::chrono_literals::operator""us;
 using std::chrono_literals::operator""s;
 using std::chrono_literals::operator""min;
 
+namespace tavon {
 namespace {
 
 constexpr int kHoursOfAWeek = 168;
@@ -54,3 +57,4 @@ TEST(ScheduleWeek, AppliesEveryHourExactlyOnceWithAnOffsetOfElevenHundredMillise
 }
 
 }  // namespace
+}  // namespace tavon

@@ -6,6 +6,10 @@
 namespace tavon {
 namespace {
 
+TEST(TavString, GivesBackTheMemoryThatFromWideOnlyTested) {
+  EXPECT_LT(tavString::FromWide(L"abc", 1000000).capacity(), 1000U);
+}
+
 TEST(TavString, WritesAtMostTheGivenLengthOfWideText) {
   wchar_t buffer[] = L"?????";
   CharToWide(buffer, 0, "abc", 3);
