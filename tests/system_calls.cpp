@@ -10,10 +10,8 @@ namespace system_calls {
 
 constinit SystemCall<int(const char*, mode_t)> chmod("chmod");
 constinit SystemCall<FILE*(const char*, const char*)> fopen(LargeFile("fopen", "fopen64"));
-constinit SystemCall<std::size_t(void*, std::size_t, std::size_t, FILE*)> fread("fread");
 constinit SystemCall<DIR*(const char*)> opendir("opendir");
 constinit SystemCall<dirent*(DIR*)> readdir(LargeFile("readdir", "readdir64"));
-constinit SystemCall<int(DIR*)> closedir("closedir");
 constinit SystemCall<FILE*(const char*, const char*)> popen("popen");
 constinit SystemCall<int(utsname*)> uname("uname");
 constinit SystemCall<hostent*(const char*)> gethostbyname("gethostbyname");
@@ -33,12 +31,8 @@ extern "C" {
 
 int chmod(const char* path, mode_t mode) noexcept { return system_calls::chmod(path, mode); }
 FILE* fopen(const char* path, const char* mode) { return system_calls::fopen(path, mode); }
-std::size_t fread(void* buffer, std::size_t size, std::size_t count, FILE* file) {
-  return system_calls::fread(buffer, size, count, file);
-}
 DIR* opendir(const char* path) { return system_calls::opendir(path); }
 dirent* readdir(DIR* folder) { return system_calls::readdir(folder); }
-int closedir(DIR* folder) { return system_calls::closedir(folder); }
 FILE* popen(const char* command, const char* mode) { return system_calls::popen(command, mode); }
 int uname(utsname* o_names) noexcept { return system_calls::uname(o_names); }
 hostent* gethostbyname(const char* name) { return system_calls::gethostbyname(name); }

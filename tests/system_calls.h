@@ -19,10 +19,8 @@ namespace system_calls {
 // Files and folders
 extern SystemCall<int(const char*, mode_t)> chmod;
 extern SystemCall<FILE*(const char*, const char*)> fopen;
-extern SystemCall<std::size_t(void*, std::size_t, std::size_t, FILE*)> fread;
 extern SystemCall<DIR*(const char*)> opendir;
 extern SystemCall<dirent*(DIR*)> readdir;
-extern SystemCall<int(DIR*)> closedir;
 
 // The machine
 extern SystemCall<FILE*(const char*, const char*)> popen;

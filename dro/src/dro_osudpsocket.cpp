@@ -188,6 +188,7 @@ int droOsUdpSocket::Receive(void* o_data, unsigned int size, droString* o_addres
   return count;
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the socket
 bool droOsUdpSocket::SetBroadcast(bool on) {
   return IsUsable(*this) && SetOption(m_descriptor, SO_BROADCAST, int{on});
 }

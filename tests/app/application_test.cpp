@@ -44,20 +44,6 @@ TEST(Application, FillsInWhatIsNotGiven) {
   EXPECT_EQ(application.Port, 16548);
 }
 
-TEST(Application, KeepsWhatIsGivenInAnyLetterCase) {
-  TestedApplication application;
-  ASSERT_EQ(application.Start({"ura_event", "-ID", "7", "-Val", "v", "-TYPE", "t", "-U", "u", "-P", "p", "-A",
-                               "a", "-AP", "8"}),
-            0U);
-  EXPECT_EQ(application.Id, 7U);
-  EXPECT_EQ(application.Value, "v");
-  EXPECT_EQ(application.Type, "t");
-  EXPECT_EQ(application.User, "u");
-  EXPECT_EQ(application.Password, "p");
-  EXPECT_EQ(application.Address, "a");
-  EXPECT_EQ(application.Port, 8);
-}
-
 TEST(Application, ReadsNumbersUpToTheLimitsOf32Bits) {
   TestedApplication application;
   ASSERT_EQ(
@@ -85,17 +71,6 @@ TEST(Application, KeepsItsValueWhenItIsUsedAgainWithoutOne) {
                  return application.Start({"ura_event", "-id", "1", "-type", "t"});
                });
   EXPECT_EQ(application.Value, "v");
-}
-
-TEST(Application, LosesItsTypeWhenItIsUsedAgainWithoutOne) {
-  TestedApplication application;
-  ASSERT_EQ(application.Start({"ura_event", "-id", "1", "-val", "v", "-type", "t"}), 0U);
-  ExpectReport(
-      {.code = 6, .source = "Application", .function = "Init", .message = "-type must be specified."}, 6U,
-      [&] {
-        return application.Start({"ura_event", "-id", "1", "-val", "v"});
-      });
-  EXPECT_EQ(application.Type, "");
 }
 
 struct PathCase {

@@ -103,18 +103,6 @@ TEST_F(DroOsFile, HandleThatCannotBeClosedStaysInUse) {
   EXPECT_EQ(ReadFile(path), "kept");
 }
 
-TEST_F(DroOsFile, DestructorReportsAndFreesAHandleThatCannotBeClosed) {
-  const int descriptor = fileno(droOsFile(path, "w"));
-  const auto lose = [] { return droOsFile("/dev/full", "w").WriteText("lost"); };
-  ExpectReports({kFailure("Close", "Can not close file handle"),
-                 kFailure("~droOsFile", "can not close the file handle")},
-                4, lose);
-  EXPECT_EQ(fileno(droOsFile(path, "w")), descriptor);
-  droError::Level = droLogLevel_Throw;
-  EXPECT_NO_THROW(lose());
-  droError::Level = droLogLevel_Console;
-}
-
 TEST_F(DroOsFile, IsReadAndCopiedWhole) {
   for (const std::string& contents : {""s, "\0a\n"s, std::string(20'000'000, 'x')}) {
     SCOPED_TRACE(contents.size());
@@ -146,34 +134,6 @@ TEST_F(DroOsFile, WholeFileOperationThatFailsIsOneReport) {
                [&] { return droOsFile::CopyAndPaste(path, none); });
   ExpectReport(kFailure("CopyAndPaste", WithSystemError("Writing data to file paste: /dev/full", ENOSPC)), 2,
                [&] { return droOsFile::CopyAndPaste(path, "/dev/full"); });
-}
-
-TEST_F(DroOsFile, FileTooLargeForMemoryIsReported) {
-  WriteFile(path, std::string(100000, 'a'));
-  const auto shortage = FailingAllocation::OfAtLeast(100000);
-  constexpr ReportsOf kNoMemory{"dro_osfile", 6};
-  droString text("kept");
-  ExpectReport(kNoMemory("CopyAndPaste", "pData == 0"), 6,
-               [&] { return droOsFile::CopyAndPaste(path, other); });
-  ExpectReport(kNoMemory("GetFileTextSource", "pData == 0"), 6,
-               [&] { return droOsFile::GetFileTextSource(path, &text); });
-  EXPECT_EQ(text, "kept");
-}
-
-TEST_F(DroOsFile, FileThatBecomesShorterIsReported) {
-  WriteFile(path, "abc");
-  const auto shorter = system_calls::fread.ReplaceBy([](void*, std::size_t, std::size_t, FILE*) {
-    errno = EINTR;
-    return 2;
-  });
-  const std::string message = "result(2) != iLen(3) Reading data from file ";
-  droString text("kept");
-  ExpectReport(kFailure("GetFileTextSource", WithSystemError(message + ": " + path, EINTR)), 2,
-               [&] { return droOsFile::GetFileTextSource(path, &text); });
-  EXPECT_EQ(text, "kept");
-  ExpectReport(kFailure("CopyAndPaste", WithSystemError(message + "copy: " + path, EINTR)), 2,
-               [&] { return droOsFile::CopyAndPaste(path, other); });
-  EXPECT_FALSE(std::filesystem::exists(other));
 }
 
 }  // namespace

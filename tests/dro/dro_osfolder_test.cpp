@@ -53,19 +53,4 @@ TEST_F(DroOsFolder, NullPointersAreReported) {
                [&] { return droOsUtility::GetFolder(path, nullptr); });
 }
 
-TEST_F(DroOsFolder, FailureToCloseIsReportedByTheDestructorWhichNeverThrows) {
-  const auto failing = system_calls::closedir.ReplaceBy([](DIR* stream) {
-    system_calls::closedir.Real(stream);  // the system gives it up and says that it failed
-    errno = EIO;
-    return -1;
-  });
-  const auto leave = [&] { return droOsUtility::Folder().open(path); };
-  ExpectReports({kFailure("close", WithSystemError("Can not close directory " + path, EIO)),
-                 kFailure("~Folder", "can not close directory ")},
-                0, leave);
-  droError::Level = droLogLevel_Throw;
-  EXPECT_NO_THROW(leave());
-  droError::Level = droLogLevel_Console;
-}
-
 }  // namespace

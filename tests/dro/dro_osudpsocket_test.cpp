@@ -112,14 +112,6 @@ TEST_F(DroOsUdpSocketHere, DatagramArrivesWithItsSenderCutToTheBuffer) {
   EXPECT_EQ(sourcePort, port);
 }
 
-TEST_F(DroOsUdpSocketHere, IsReadyBeyondTheEndOfAnFdSet) {
-  if (SkipUnderEmulator("qemu looks into sets of FD_SETSIZE descriptors only")) return;
-  const rlimit limit{4096, 4096};
-  setrlimit(RLIMIT_NOFILE, &limit);
-  droOsUdpSocket high(droOsSocketType_Udp, fcntl(descriptor, F_DUPFD, FD_SETSIZE * 2));
-  EXPECT_TRUE(high.IsReadyToSend(10000));
-}
-
 // A call that is interrupted at first, and then fails for good.
 auto InterruptedOnce() {
   return [error = EINTR](auto...) mutable -> ssize_t {
@@ -191,18 +183,6 @@ TEST(DroOsUdpSocket, ForgetsADescriptorThatCannotBeClosed) {
       10, [&] { return socket.Reset(); });
   EXPECT_FALSE(socket.IsValid());
   EXPECT_EQ(socket.Close(), droError_NoError);
-}
-
-TEST(DroOsUdpSocket, DestructorReportsAndNeverThrows) {
-  const auto leave = [] {
-    return droOsUdpSocket(droOsSocketType_Udp, open("/dev/null", O_RDONLY)).IsValid();
-  };
-  ExpectReports({SystemFailure("Close", "shutdown(...) failed", ENOTSOCK),
-                 kFailure("~droOsUdpSocket", "Can not close socket")},
-                true, leave);
-  droError::Level = droLogLevel_Throw;
-  EXPECT_NO_THROW(leave());
-  droError::Level = droLogLevel_Console;
 }
 
 }  // namespace

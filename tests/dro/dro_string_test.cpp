@@ -10,14 +10,6 @@ using namespace dro;
 
 namespace {
 
-TEST(DroString, ErasingMoreThanThereIsThrowsAndChangesNothing) {
-  droString text("_abc_");
-  EXPECT_EQ(text.EraseFirstChars(1).EraseLastChars(1), "abc");
-  EXPECT_THROW(text.EraseFirstChars(4), std::out_of_range);
-  EXPECT_THROW(text.EraseLastChars(4), std::out_of_range);
-  EXPECT_EQ(text, "abc");
-}
-
 TEST(DroString, ExtractsWhatStandsBetweenTwoMarkers) {
   const struct {
     const char* text;

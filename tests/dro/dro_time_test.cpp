@@ -22,13 +22,6 @@ TEST_F(DroTime, ExtendsTheMillisecondsWithTheirSign) {
   EXPECT_EQ(milliseconds, 0xFFFFFFFF00000000 + 2287730923U);
 }
 
-TEST_F(DroTime, TellsTheDateInAStructureThatCountsFromOne) {
-  droTime::droDateTime d;
-  droTime::GetDateTime(&d);
-  EXPECT_THAT((std::array{d.year, d.dayOfYear, d.month, d.day, d.dayOfWeek, d.hour, d.minute, d.second}),
-              ElementsAre(2014, 112, 4, 22, 3, 7, 35, 2));
-}
-
 TEST_F(DroTime, StepEndsAtTheNextMultipleOfItsMinutes) {
   const struct {
     const char* name;

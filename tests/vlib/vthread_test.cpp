@@ -72,20 +72,6 @@ TEST(VThread, StopOfAHeldThreadWaitsUntilAnotherLetsItGo) {
   EXPECT_TRUE(hasWorked);
 }
 
-TEST(VThread, EveryWaitLetsTheWorkGoOn) {
-  const auto work = [](VThread* self, void*) {
-    EXPECT_TRUE(self->WaitContinue(1));
-    EXPECT_TRUE(self->WaitContinue(0, 1));
-    EXPECT_TRUE(self->WaitContinueUntil(0xFFFFFFFF)) << "32 bits of milliseconds end in 1970, on purpose";
-    EXPECT_TRUE(self->WaitContinueUntil(1, 0));
-    EXPECT_EQ(self->WaitContinueRet(1), 110);
-    EXPECT_EQ(self->WaitContinueRet(0, 1), 110);
-    EXPECT_EQ(self->WaitContinueUntilRet(1), 110);
-    EXPECT_EQ(self->WaitContinueUntilRet(1, 0), 110);
-  };
-  RunToItsEnd(work);
-}
-
 TEST(VThread, EveryWaitEndsAtAStop) {
   const auto work = [](VThread* self, void*) {
     self->Stop();  // only asks, for the work cannot wait for its own end

@@ -37,17 +37,6 @@ TEST_F(VUtilityLocale, DecidesHowTextIsConverted) {
   EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "a\xE2\x82\xAC");
 }
 
-TEST_F(VUtilityLocale, TextThatItDoesNotKnowBecomesEmpty) {
-  EXPECT_EQ(VUtility::StringToWideString("a\xFF"), L"");
-  std::setlocale(LC_CTYPE, "C");
-  EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "");
-}
-
-TEST_F(VUtilityLocale, DecidesTheCaseOfWideLetters) {
-  EXPECT_EQ(VUtility::ToUpperCase(std::wstring(L"h\u00E9[")), L"H\u00C9[");
-  EXPECT_EQ(VUtility::ToLowerCase(std::wstring(L"H\u00C9[")), L"h\u00E9[");
-}
-
 struct VUtilityFiles : testing::Test {
   const TemporaryFolder folder;
   const std::string source = folder.Path("source"), target = folder.Path("target");
@@ -66,14 +55,6 @@ TEST_F(VUtilityFiles, CopyHasTheSameContents) {
 TEST_F(VUtilityFiles, CopyFailsOnADiskThatTurnsOutFullAtTheEnd) {
   WriteFile(source, "x");
   EXPECT_FALSE(VUtility::CpFile(source, "/dev/full", true));
-}
-
-TEST_F(VUtilityFiles, RemovesAFolderWithAllThatIsInIt) {
-  std::filesystem::create_directories(target + "/a/b");
-  WriteFile(target + "/file", "");
-  WriteFile(target + "/a/b/file", "");
-  EXPECT_TRUE(VUtility::RemoveDir(target, true));
-  EXPECT_FALSE(VUtility::DirectoryExists(target));
 }
 
 TEST_F(VUtilityFiles, RemovesLinksInAFolderAndNotWhereTheyLead) {
