@@ -29,6 +29,7 @@ set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SECTION utils)
 # Said here, because dpkg-shlibdeps finds no libraries of other architectures. tests/install/check_package compares it
 # with what the programs need.
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_DEPENDS "libc6 (>= 2.35)")
+set(CPACK_DEBIAN_PROGRAMS_PACKAGE_RECOMMENDS netbase)  # for localhost in /etc/hosts
 set(CPACK_DEBIAN_PROGRAMS_PACKAGE_SUGGESTS bash-completion)
 set(CPACK_COMPONENT_PROGRAMS_DESCRIPTION "event dispatcher of the Ura home-automation server
 ura_event sets one parameter of an Ura server on the same machine (a switch, a
