@@ -73,30 +73,24 @@ TEST(Application, KeepsItsValueWhenItIsUsedAgainWithoutOne) {
   EXPECT_EQ(application.Value, "v");
 }
 
-struct PathCase {
-  const char* name;
-  const char* folder;  // the current one
-  const char* argument;
-  const char* fullPath;
-};
-void PrintTo(const PathCase& path, std::ostream* o_stream) { *o_stream << path.name; }
-
-class ProgramPath : public testing::TestWithParam<PathCase> {
-  void SetUp() override { std::filesystem::current_path(GetParam().folder); }
-  void TearDown() override { std::filesystem::current_path(m_before); }
-  const std::filesystem::path m_before = std::filesystem::current_path();
-};
-TEST_P(ProgramPath, IsMadeAbsolute) {
-  TestedApplication application;
-  ASSERT_EQ(application.Start({GetParam().argument, "-id", "1", "-val", "v", "-type", "t"}), 0U);
-  EXPECT_EQ(application.GetFullPath(), GetParam().fullPath);
+TEST(Application, MakesThePathOfItsProgramAbsolute) {
+  const struct {
+    const char* folder;  // the current one
+    const char* argument;
+    const char* fullPath;
+  } cases[] = {{"/usr/lib", "./../bin/x", "/usr/bin/x"},
+               {"/", "./x", "/x"},
+               {"/usr", "../../x", "/x"},    // there is nothing above the root
+               {"/usr", "bin/x", "bin/x"}};  // found on the search path
+  const std::filesystem::path before = std::filesystem::current_path();
+  for (const auto& path : cases) {
+    SCOPED_TRACE(path.argument);
+    std::filesystem::current_path(path.folder);
+    TestedApplication application;
+    EXPECT_EQ(application.Start({path.argument, "-id", "1", "-val", "v", "-type", "t"}), 0U);
+    EXPECT_EQ(application.GetFullPath(), path.fullPath);
+  }
+  std::filesystem::current_path(before);
 }
-INSTANTIATE_TEST_SUITE_P(Arguments, ProgramPath,
-                         testing::Values(PathCase{"Beside", "/usr/lib", "./../bin/x", "/usr/bin/x"},
-                                         PathCase{"InTheRoot", "/", "./x", "/x"},
-                                         PathCase{"AboveTheRoot", "/usr", "../../x",
-                                                  "/x"},  // there is nothing above it
-                                         PathCase{"FoundOnTheSearchPath", "/usr", "bin/x", "bin/x"}),
-                         [](const auto& instance) { return instance.param.name; });
 
 }  // namespace

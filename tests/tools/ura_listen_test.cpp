@@ -108,26 +108,21 @@ TEST(UraListen, TellsItsVersion) {
   EXPECT_EQ(ProgramRun(URA_LISTEN " --version").Output(), URA_VERSION "\n");
 }
 
-struct RefusedCase {
-  const char* arguments;
-  const char* message;
-};
-void PrintTo(const RefusedCase& refused, std::ostream* o_stream) { *o_stream << refused.arguments; }
-
-class UraListenRefused : public testing::TestWithParam<RefusedCase> {};
-TEST_P(UraListenRefused, ArgumentsAreExplained) {
-  ProgramRun run(URA_LISTEN " " + std::string(GetParam().arguments));
-  EXPECT_THAT(run.Errors(), HasSubstr(GetParam().message));
-  EXPECT_EQ(run.Status(), 2);
+TEST(UraListen, ExplainsWhatIsWrongWithItsArguments) {
+  const struct {
+    const char* arguments;
+    const char* message;
+  } cases[] = {{"file", "there is no option \"file\"; --help lists the options\n"},
+               {"-count", "the value of -count is missing"},
+               {"-count 0", "-count takes a number from 1 to 4294967295, not \"0\"\n"},
+               {"-port 65536", "-port takes a number from 1 to 65535, not \"65536\"\n"},
+               {"-port 1x", "-port takes a number from 1 to 65535, not \"1x\"\n"},
+               {"-type Switch", "there is no type \"Switch\"; the types are ParameterSwitch, "}};
+  for (const auto& refused : cases) {
+    ProgramRun run(URA_LISTEN " " + std::string(refused.arguments));
+    EXPECT_THAT(run.Errors(), HasSubstr(refused.message));
+    EXPECT_EQ(run.Status(), 2) << refused.arguments;
+  }
 }
-INSTANTIATE_TEST_SUITE_P(
-    Arguments, UraListenRefused,
-    testing::Values(RefusedCase{"file", "there is no option \"file\"; --help lists the options\n"},
-                    RefusedCase{"-count", "the value of -count is missing"},
-                    RefusedCase{"-count 0", "-count takes a number from 1 to 4294967295, not \"0\"\n"},
-                    RefusedCase{"-port 65536", "-port takes a number from 1 to 65535, not \"65536\"\n"},
-                    RefusedCase{"-port 1x", "-port takes a number from 1 to 65535, not \"1x\"\n"},
-                    RefusedCase{"-type Switch",
-                                "there is no type \"Switch\"; the types are ParameterSwitch, "}));
 
 }  // namespace
