@@ -2,28 +2,16 @@
 #include <gtest/gtest.h>
 
 #include "tav_parameterbyte.h"
-#include "tav_parametercamera.h"
 #include "tav_parametercolor.h"
 #include "tav_parametershutter.h"
 #include "tav_parameterthermo.h"
 #include "test_clock.h"
-#include "vthread.h"
+#include "vevent.h"
 
 using std::chrono_literals::operator""ms;
 
 namespace tavon {
 namespace {
-
-// The common getter of both text types.
-struct DecoratedCamera : tavParameterCamera {
-  tavString ValueToString() const override { return "<" + GetLocalUrl() + ">"; }
-};
-
-TEST(DerivedClasses, DecorateATextWithItsGetter) {
-  DecoratedCamera camera;
-  camera.SetLocalUrl("url");
-  EXPECT_EQ(camera.ValueToString(), "<url>");
-}
 
 // A value that is not stored but asked for.
 template <class Parameter>
@@ -39,18 +27,6 @@ TYPED_TEST_SUITE(LiveValue, TypesWithBytes);
 TYPED_TEST(LiveValue, IsWhatComparisonsSee) {
   const Live<TypeParam> parameter;
   EXPECT_TRUE(parameter.Comparison(tavCodeOperator_Equal, parameter.data, 4));
-}
-
-struct Renamed : tavParameterByte {
-  tavWString GetName() const override { return L"another"; }
-  bool HasFlags(unsigned char) const override { return true; }
-};
-
-TEST(DerivedClasses, DoNotChangeWhatTheObjectSaysOfItself) {
-  Renamed parameter;
-  parameter.SetName(L"own");
-  EXPECT_FALSE(parameter.IsDirty());
-  EXPECT_EQ(parameter.ToString(), "own.ParameterByte");
 }
 
 // Stores what it is given, unlike a shutter's own SetData.
@@ -72,14 +48,6 @@ TEST(DerivedClasses, AShutterWithASetDataOfItsOwnIsStopped) {
   TestClock::AwaitSleepers(1);
   EXPECT_TRUE(shutter.stopped.Wait(0));
   EXPECT_EQ(shutter.GetValue(), 2);
-}
-
-TEST(DerivedClasses, AThreadOfTheProgramThatDoesAShuttersWorkCanBeStopped) {
-  tavParameterShutter shutter;
-  VThread thread(tavParameterShutter::thread_procedure, &shutter, false);
-  ASSERT_TRUE(thread.Start(0));
-  thread.Stop();
-  EXPECT_FALSE(thread.Running());
 }
 
 }  // namespace

@@ -4,11 +4,13 @@
 #include <atomic>
 #include <chrono>
 #include <cstdlib>
+#include <memory>
 #include <random>
 #include <stdexcept>
 #include <thread>
 
 #include "tav_parameterbyte.h"
+#include "tav_parameterfactory.h"
 #include "tav_parametershutter.h"
 #include "tav_parameterswitchrelease.h"
 #include "tav_parameterthermochronoweek.h"
@@ -87,10 +89,22 @@ void LiveWithWildHooks(unsigned int seed) {
   Wild<BuiltScene> onThread(true);
   Wild<BuiltScene> atOnce(false);
   release.SetSafeTime(1000);
+  // One parameter of each type, each driving the next.
+  std::vector<std::unique_ptr<tavIParameter>> parameters;
+  for (int id = tavObject_ParameterSwitch; id <= tavObject_ParameterCamera; ++id) {
+    parameters.emplace_back(tavParameterFactory::CreateByType(static_cast<tavEObject>(id)));
+    tavIParameter& driver = id == tavObject_ParameterSwitch ? shutter : **(parameters.end() - 2);
+    driver.AddDrivenMapItem(tavCodeOperator_NotEqual, &kOn, 1, &kOn, 1);
+    driver.SetDrivenTarget(parameters.back().get());
+  }
   const auto use = [&](unsigned int start) {
     std::minstd_rand random(start);
     for (int i = 0; i < 40; ++i) {
       const auto any = static_cast<unsigned char>(random() / 16);
+      tavIParameter& parameter = *parameters[any % parameters.size()];
+      parameter.SetDataFromString(tavString::FromInt(any % 3) + ",20");
+      parameter.IsDirty(false);
+      EXPECT_NE(parameter.SerializeAsXml(), parameter.ToString());
       shutter.SetValue(any % 3 + 1);
       release.SetValue(any % 2);
       Survive([&] { schedule.SetActive(any % 2); });

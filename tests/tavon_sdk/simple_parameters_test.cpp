@@ -1,24 +1,14 @@
 // What makes the types different that are a number, a colour or an alert.
 #include <gmock/gmock.h>
 
-#include "object_lock.h"
 #include "tav_parameteralert.h"
 #include "tav_parametercolor.h"
 #include "tav_parameterslider.h"
-#include "tav_parameterswitch.h"
 
 namespace tavon {
 namespace {
 
 using testing::ElementsAre;
-
-TEST(TavParameterSwitch, IsOnForAnyValueButZero) {
-  tavParameterSwitch parameter;
-  parameter.SetValue(128);
-  EXPECT_EQ(parameter.GetValue(), 1);
-  parameter.SetValue(0);
-  EXPECT_EQ(parameter.GetValue(), 0);
-}
 
 TEST(TavParameterSlider, StopsAtItsEnds) {
   tavParameterSlider slider;
@@ -37,36 +27,10 @@ struct Color : tavParameterColor {
   std::vector<int> calls;
 };
 
-TEST(TavParameterColor, PacksItsFirstComponentHighest) {
-  Color color;
-  color.SetValue(0x112233FE);
-  EXPECT_EQ(color.ValueToString(), "0x112233FE");
-  unsigned int packed = 0;
-  color.GetValue(&packed);
-  EXPECT_EQ(packed, 0x112233FEU);
-  unsigned char third = 0;
-  color.GetValue(nullptr, nullptr, &third, nullptr);
-  EXPECT_EQ(third, 0x33);
-}
-
 TEST(TavParameterColor, TellsItsHookWhetherAnyOfTheFirstThreeComponentsIsOn) {
   Color color;
   for (const unsigned int value : {0x80U, 0x10000U, 0x1000000U, 0x100U}) color.SetValue(value);
   EXPECT_THAT(color.calls, ElementsAre(0, 1, 1, 1));
-}
-
-TEST(TavParameterColor, CallsItsHookOnEveryWriteWhileItIsDirty) {
-  Color color;
-  color.SetValue(0x10000);
-  color.SetValue(0x10000);
-  color.IsDirty(false);
-  color.SetValue(0x10000);
-  EXPECT_THAT(color.calls, ElementsAre(1, 1));
-}
-
-TEST(TavParameterColor, ReportsAMissingNumberForItsValue) {
-  Color color;  // whose report must be thrown: the null pointer would be written through
-  ExpectUnlockedAfterThrow(color, [&] { color.GetValue(nullptr); });
 }
 
 // Counts its alerts.
@@ -88,17 +52,6 @@ TEST(TavParameterAlert, AlertsOnZeroWhenItIsInverted) {
   EXPECT_EQ(alert.alerts, 0);
   alert.SetValue(0);
   EXPECT_EQ(alert.alerts, 1);
-}
-
-TEST(TavParameterAlert, SerializesWithItsMessageUnescaped) {
-  Alert alert;
-  alert.IsInverted(true);
-  alert.SetFlags(0);
-  alert.SetSeverity(tavSeverity_Alarm);
-  alert.SetMessage(L"\u00E9<");
-  EXPECT_EQ(alert.SerializeParametersAsXml(),
-            "<flags>00000000</flags><value>1</value><invert>1</invert><severity>2</severity>"
-            "<message>\u00E9<</message>");
 }
 
 }  // namespace

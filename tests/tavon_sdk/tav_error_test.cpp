@@ -16,29 +16,6 @@ TEST(TavErrorRecord, NamesTheCodeAndThePlaceOfAFailure) {
             "Line Number ---- : 113\nCustom Message - : said\n");
 }
 
-// These texts, misspellings included, are what people search their logs for.
-TEST(TavErrorRecord, DescribesEveryCode) {
-  const char* const texts[] = {
-      "The operation completed succefully.",
-      "The operation failed.",
-      "Standard Library tavError.",
-      "Unknown error.",
-      "Invalid Pointer.",
-      "Out of memory.",
-      "Invalid Argument.",
-      "Out of Range.",
-      "Division By Zero.",
-      "The underlying network subsystem is not ready for network communication.",
-      "The version of Windows Sockets support requested is not provided by this particular Windows Sockets "
-      "implementation.",
-      "A blocking Windows Sockets 1.1 operation is in progress.",
-      "Limit on the number of tasks supported by the Windows Sockets implementation has been reached.",
-      "tavError description not found. Update tavErrorToString function.!",
-  };
-  for (std::size_t code = 0; code < std::size(texts); ++code)
-    EXPECT_EQ(tavErrorToString(static_cast<tavEError>(code)), texts[code]) << code;
-}
-
 // Every test has a log file of its own and the settings that a process starts with.
 struct TavErrorLog : testing::Test {
   TavErrorLog() {
@@ -65,21 +42,6 @@ struct TavErrorLog : testing::Test {
   const tavError error{tavError_OutOfRange, "100%s"};
   TemporaryFolder m_folder;
 };
-
-TEST_F(TavErrorLog, PrintsARecordAndReturnsItsCode) {
-  tavEError code{};
-  EXPECT_EQ(CapturedOutput([&] { code = tavErrorLog(error); }), error.GetDescription());
-  EXPECT_EQ(code, tavError_OutOfRange);
-  EXPECT_FALSE(std::filesystem::exists(tavError::LogFile.c_str())) << "no file unless it is asked for";
-}
-
-TEST_F(TavErrorLog, CallsBack) {
-  static std::string shown;
-  tavError::ShowErrorCallBack = [](const tavError& record) { shown = record.GetDescription(); };
-  tavError::Level = tavLogLevel_CallBack;
-  tavErrorLog(error);
-  EXPECT_EQ(shown, error.GetDescription());
-}
 
 TEST_F(TavErrorLog, ThrowsAfterWritingInPlaceOfCallingBack) {
   tavError::ShowErrorCallBack = [](const tavError&) { ADD_FAILURE() << "a thrown record is not passed on"; };
@@ -109,11 +71,6 @@ struct TavErrorLogFault : TavErrorLog {
     ExpectReport({static_cast<int>(code), "tav_error", "tavErrorLog", message, line}, code, LogPastTheLimit);
   }
 };
-
-TEST_F(TavErrorLogFault, OfAFileThatDoesNotOpenForReading) {
-  EXPECT_TRUE(tavError::DeleteLog());
-  ExpectFault(tavError_InvalidPointer, "Can not rebuild log error file.", 206);
-}
 
 TEST_F(TavErrorLogFault, OfAFileThatDoesNotOpenForWriting) {
   const auto readOnlyDisk = system_calls::fopen.ReplaceBy([](const char* path, const char* mode) {

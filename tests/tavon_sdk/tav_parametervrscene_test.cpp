@@ -2,12 +2,9 @@
 
 #include <gmock/gmock.h>
 
-#include <functional>
 #include <semaphore>
 
-#include "expect_report.h"
 #include "tav_parameterbyte.h"
-#include "tav_virtualitemparameter.h"
 #include "tav_virtualitemwait.h"
 #include "test_clock.h"
 
@@ -62,13 +59,6 @@ TEST_F(TavParameterVRScene, PlaysTwoSettingsAtOnceInOrder) {
   EXPECT_EQ(scene.GetValue(), 0);
 }
 
-TEST_F(TavParameterVRScene, DoesNotRepeatAPlayWithoutAThread) {
-  scene.AddSet(scene.first);
-  scene.SetValue(9);
-  EXPECT_EQ(scene.GetValue(), 2);
-  EXPECT_THAT(scene.events, ElementsAre());
-}
-
 TEST_F(TavParameterVRScene, NeedsAThreadForMoreThanTwoSettings) {
   scene.AddSet(scene.first);
   scene.AddSet(scene.second);
@@ -77,50 +67,10 @@ TEST_F(TavParameterVRScene, NeedsAThreadForMoreThanTwoSettings) {
   EXPECT_TRUE(scene.UseThread());
 }
 
-TEST_F(TavParameterVRScene, NotesAtTheEndThatItNeedsNoThread) {
-  EXPECT_EQ(CapturedOutput([this] { EXPECT_EQ(scene.BuildScene_End(), tavError_NoError); }),
-            "Info Message : tavParameterVRScene do not use Thread for play\n");
-}
-
-// A failure to add an item.
-void ExpectRefused(int code, const char* function, const char* message, int line,
-                   std::function<tavEError()> add) {
-  ExpectReport({code, "tav_parametervrscene", function, message, line}, static_cast<tavEError>(code), add);
-}
-
-TEST_F(TavParameterVRScene, RefusesItemsThatCannotBePlayed) {
-  ExpectRefused(6, "BuildScene_AddWait", "The smallest wait time must be 10 ms", 201,
-                [this] { return scene.BuildScene_AddWait(9); });
-  ExpectRefused(6, "BuildScene_AddSetParameter", "pPrm == 0", 214,
-                [this] { return scene.BuildScene_AddSetParameter(nullptr, &kSeven, 1); });
-  ExpectRefused(6, "BuildScene_AddSetParameter", "pBuffer == 0 || size == 0", 215,
-                [this] { return scene.BuildScene_AddSetParameter(&scene.first, &kSeven, 0); });
-  EXPECT_FALSE(scene.UseThread());
-}
-
-TEST_F(TavParameterVRScene, RefusesItemsUnlessItIsBeingBuilt) {
-  CapturedOutput([this] { scene.BuildScene_End(); });
-  ExpectRefused(1, "BuildScene_AddWait", "You musy to call BuildScene_Begin", 200,
-                [this] { return scene.BuildScene_AddWait(10); });
-  ExpectRefused(1, "BuildScene_AddSetParameter", "You musy to call BuildScene_Begin", 213,
-                [this] { return scene.AddSet(scene.first); });
-}
-
-TEST_F(TavParameterVRScene, SerializesItsItemsWithTheirPresentValues) {
-  scene.second.SetUniqueID(42);
-  scene.second.SetValue(5);
-  scene.BuildScene_AddWait(500);
-  scene.AddSet(scene.second);
-  EXPECT_EQ(scene.SerializeParametersAsXml(),
-            "<flags>00000000</flags><value>0</value><scene><wait ms_time=\"500\"></wait>"
-            "<set id=\"42\" val=\"5\"></set></scene>");
-}
-
-// A wait of a minute in a scene, which tells when it has ended, and may stop the scene just before it begins.
+// A wait of a minute in a scene, which tells when it has ended.
 struct Wait : tavVirtualItemWait {
-  explicit Wait(tavParameterVRScene* toStop = nullptr) : scene(toStop) { SetWaitTime(60000); }
+  Wait() { SetWaitTime(60000); }
   unsigned int Execute() override {
-    if (scene != nullptr) scene->SetValue(0);
     const unsigned int result = tavVirtualItemWait::Execute();
     hasEnded.release();
     return result;
@@ -129,7 +79,6 @@ struct Wait : tavVirtualItemWait {
     EXPECT_TRUE(hasEnded.try_acquire_for(std::chrono::seconds(10))) << "the wait does not end";
   }
 
-  tavParameterVRScene* const scene;
   std::counting_semaphore<> hasEnded{0};
 };
 
@@ -165,12 +114,6 @@ TEST_F(TavParameterVRSceneOnAThread, PlaysInOrderAndWaits) {
   EXPECT_THAT(scene.events, ElementsAre("first 7", "second 7", "finish at 0"));
 }
 
-TEST_F(TavParameterVRSceneOnAThread, RepeatsAPlay) {
-  PlayUpToTheWait(2);
-  PassTheWait();
-  EXPECT_THAT(scene.events, ElementsAre("first 7", "second 7", "first 7"));
-}
-
 TEST_F(TavParameterVRSceneOnAThread, EndsTheWaitAndThePlayWhenItIsStopped) {
   PlayUpToTheWait(1);
   scene.SetValue(0);
@@ -202,27 +145,6 @@ TEST_F(TavParameterVRSceneOnAThread, NeverPlaysOnAThreadAgainOnceItIsRebuilt) {
   EXPECT_EQ(scene.BuildScene_End(), tavError_NoError);
   scene.SetValue(1);
   EXPECT_FALSE(scene.hasSet.try_acquire_for(milliseconds(50)));
-}
-
-TEST_F(TavParameterVRScene, EndsAWaitThatHasNotBegunWhenItIsStopped) {
-  auto* const wait = new Wait(&scene);
-  scene.AddSet(scene.first);
-  scene.add_as_last(wait);
-  scene.AddSet(scene.second);
-  scene.BuildScene_End();
-  scene.Play(1);
-  wait->ExpectEnd();
-}
-
-TEST(TavVirtualItemParameter, ReportsAMissingParameterOrValue) {
-  tavParameterByte byte;
-  tavVirtualItemParameter item;
-  const Report report{6, "tav_virtualitemparameter", "SetParameter", "!m_pPrm || !pBuffer || m_dwSize == 0",
-                      28};
-  ExpectReport(report, tavError_InvalidArgument, [&] { return item.SetParameter(nullptr, &kSeven, 1); });
-  ExpectReport(report, tavError_InvalidArgument, [&] { return item.SetParameter(&byte, nullptr, 1); });
-  ExpectReport({6, "tav_virtualitemparameter", "Execute", "!m_pData || !m_pPrm || m_dwSize == 0", 44}, 6U,
-               [&] { return item.Execute(); });
 }
 
 }  // namespace

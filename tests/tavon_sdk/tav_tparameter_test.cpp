@@ -37,35 +37,6 @@ TEST(TavTParameter, StoresBytesAndMarksChanges) {
   }
 }
 
-TEST(TavTParameter, IsMarkedDirtyBeforeItChanges) {
-  struct : tavParameterByte {
-    using tavParameterByte::IsDirty;
-    void IsDirty(bool dirty) override {
-      valueWhenMarked = GetValue();
-      tavParameterByte::IsDirty(dirty);
-    }
-    unsigned char valueWhenMarked = 99;
-  } parameter;
-  parameter.SetValue(7);
-  EXPECT_EQ(parameter.valueWhenMarked, 0);
-}
-
-TEST(TavTParameter, ReportsAMissingBufferForACopy) {
-  const tavParameterByte parameter;
-  ExpectReport({6, "tav_tparameter", "GetDataCopy", "io_buffer == 0", 192},
-               [&] { parameter.GetDataCopy(nullptr); });
-}
-
-TEST(TavTParameter, AddsAStyleThatIsNew) {
-  tavParameterByte parameter;
-  parameter.SetUIStyle({"c", "c"});  // taken as it is
-  for (const char* style : {"a", "c", "a"}) parameter.AddUIStyle(style);
-  tavArray<tavString> styles{"old"};
-  parameter.GetUIStyle(&styles);
-  EXPECT_EQ(styles, (tavArray<tavString>{"c", "c", "a"}));
-  parameter.GetUIStyle(nullptr);
-}
-
 // A text that drives a colour.
 struct TavTParameterLink : testing::Test {
   TavTParameterLink() {
@@ -113,27 +84,12 @@ TEST_F(TavTParameterLink, ClearsWhatAShorterValueDoesNotReach) {
   EXPECT_EQ(TargetAfter("ab"), "0x07000000");
 }
 
-TEST_F(TavTParameterLink, DoesNothingWithoutATargetOrARuleThatHolds) {
-  AddRule(tavCodeOperator_Equal, {'a'}, {7});
-  EXPECT_EQ(TargetAfter("b"), "0x00000000");
-  driver.SetDrivenTarget(nullptr);
-  EXPECT_EQ(TargetAfter("a"), "0x00000000");
-  EXPECT_EQ(driver.changes, 0);
-}
-
 TEST_F(TavTParameterLink, GoesOnAfterARuleWithoutAnOperator) {
   AddRule(static_cast<tavECodeOperator>(0), {1}, {1});
   AddRule(tavCodeOperator_Equal, {'a'}, {2});
   ExpectReport({1, "tav_parameterinfo", "Comparison", "UnKnown tavECodeOperator operator type"}, "0x02000000",
                [&] { return TargetAfter("a"); });
   ExpectUnlockedAfterThrow(driver, [&] { TargetAfter("b"); });
-}
-
-TEST_F(TavTParameterLink, RefusesARuleWithoutAnOperandOrAValue) {
-  ExpectReport({6, "tav_tparameter", "AddDrivenMapItem", "dataDriver == 0 || sizeDriver == 0", 223}, 6U,
-               [&] { return AddRule(tavCodeOperator_Equal, {}, {1}); });
-  ExpectReport({6, "tav_tparameter", "AddDrivenMapItem", "dataDriven == 0 || sizeDriven == 0", 224}, 6U,
-               [&] { return AddRule(tavCodeOperator_Equal, {1}, {}); });
 }
 
 }  // namespace
