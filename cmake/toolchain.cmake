@@ -23,3 +23,7 @@ if(NOT own_triple STREQUAL URA_TRIPLE)
   set(URA_ARCHITECTURE_arm armhf)
   set(URA_ARCHITECTURE "${URA_ARCHITECTURE_${CMAKE_SYSTEM_PROCESSOR}}")
 endif()
+
+if(URA_TRIPLE MATCHES "^arm-")
+  set(CMAKE_CXX_FLAGS_INIT -Wno-psabi)  # or g++ notes at many places that it differs from its versions before 7
+endif()
