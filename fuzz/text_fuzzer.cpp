@@ -102,7 +102,7 @@ void CheckCommandLine(const std::string& text) {
   tavon::tavCommandLine(text.c_str()).GetArgument("-val", &value);  // any text can be read
   const std::string argument = text.substr(0, text.find_first_of({"\"\0", 2}));
   if (argument.empty() || argument.find("  ") != kNotFound) return;  // blanks in a row are read as one
-  const tavon::tavCommandLine quoted(("ura_event \"" + argument + "\" \"the end\"").c_str());
+  const tavon::tavCommandLine quoted((R"(ura_event ")" + argument + R"(" "the end")").c_str());
   const bool isProgram = tavString(argument).IsEqualNoCase("ura_event");
   Require(quoted.GetArgument(argument, &value), "a quoted argument is not found");
   RequireEqual<std::string>(value, isProgram ? argument : "the end", "what follows a quoted argument");

@@ -91,7 +91,8 @@ class House {
   // An event is the parameter's id (4 bytes, the lowest first), the size of the value, and the value.
   void Apply(const unsigned char* event, int size) {
     if (size < 6 || size != 5 + event[4]) return;  // an empty value would leave the parameter locked
-    const unsigned int id = event[0] | event[1] << 8 | event[2] << 16 | static_cast<unsigned>(event[3]) << 24;
+    unsigned int id = 0;
+    for (int i = 4; i-- > 0;) id = id << 8 | event[i];
     for (const auto& parameter : m_parameters) {
       // Flag 0 keeps what the event does not carry: one byte switches the schedule and leaves its set-points.
       if (parameter->GetUniqueID() == id) return parameter->SetData(event + 5, event[4], 0);

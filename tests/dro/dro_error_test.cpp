@@ -47,27 +47,6 @@ TEST_F(DroErrorLog, PrintsAFailureInRedWithItsTimeAndPlace) {
   EXPECT_FALSE(std::filesystem::exists(path)) << "no file unless asked for";
 }
 
-TEST_F(DroErrorLog, PassesARecordOnUnlessItIsThrown) {
-  static int calls;
-  calls = 0;
-  droError::ShowErrorCallBack = [](const droError&) { ++calls; };
-  droError::Level = droLogLevel_CallBack | droLogLevel_Throw;
-  EXPECT_THROW(droErrorLog(error), droError);
-  EXPECT_EQ(calls, 0);
-  droError::Level = droLogLevel_CallBack;
-  EXPECT_EQ(droErrorLog(error), droError_Network);
-  EXPECT_EQ(calls, 1);
-}
-
-TEST_F(DroErrorLog, CutsTheFileToItsLastHalf) {
-  droError::Level = droLogLevel_File;
-  droError::_current_log_filesize = 512000;
-  WriteFile(path, "old" + std::string(256000, 'n'));
-  EXPECT_EQ(droErrorLog(error), droError_Network);
-  EXPECT_EQ(ReadFile(path), std::string(256000, 'n') + error.GetDescription());
-  EXPECT_EQ(droError::_current_log_filesize, 256000U);
-}
-
 // A log whose file is too large: a fault is printed in place of the record, which goes nowhere.
 struct DroErrorLogAtItsLimit : DroErrorLog {
   DroErrorLogAtItsLimit() {

@@ -15,7 +15,6 @@ using std::string_literals::operator""s;
 namespace {
 
 constexpr ReportsOf kFailure{"dro_osfile", 2};
-constexpr ReportsOf kInvalid{"dro_osfile", 7};
 
 struct DroOsFile : testing::Test {
   const TemporaryFolder folder;
@@ -75,18 +74,6 @@ TEST_F(DroOsFile, ClosedItReportsEveryOperation) {
   expect("SetToEnd", 2, [&] { return file.SetToEnd(); });
   expect("SetTo", 2, [&] { return file.SetTo(0); });
   expect("Advance", 2, [&] { return file.Advance(0); });
-}
-
-TEST_F(DroOsFile, NullPointersAreReported) {
-  droOsFile file(path, "w+");
-  ExpectReport(kInvalid("Read", "o_pBuffer pointer == 0"), -1, [&] { return file.Read(nullptr, 1); });
-  ExpectReport(kInvalid("Write", "pBuffer pointer == 0"), -1, [&] { return file.Write(nullptr, 1); });
-  ExpectReport(kInvalid("ReadNextLine", "io_size pointer == 0"), false,
-               [&] { return file.ReadNextLine(nullptr); });
-  ExpectReport(kInvalid("GetFileSize", "io_size pointer == 0"), 7,
-               [&] { return droOsFile::GetFileSize(path, nullptr); });
-  ExpectReport(kInvalid("GetFileTextSource", "io_source pointer == 0"), 7,
-               [&] { return droOsFile::GetFileTextSource(path, nullptr); });
 }
 
 TEST_F(DroOsFile, HandleThatCannotBeClosedStaysInUse) {

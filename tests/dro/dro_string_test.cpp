@@ -34,14 +34,6 @@ TEST(DroString, ExtractsWhatStandsBetweenTwoMarkers) {
   }
 }
 
-TEST(DroString, IsScrambledWithItselfAsWithACopyOfItself) {
-  droString text = "house";
-  EXPECT_EQ(text.SetCrypt(text), droString("house").GetCrypt("house"));
-  droString buffer = "house";
-  droString::DataCrypt(reinterpret_cast<unsigned char*>(buffer.data()), 5, buffer);
-  EXPECT_EQ(buffer, droString("house").GetCrypt("house"));
-}
-
 TEST(DroString, UnusableArgumentsAreReported) {
   constexpr ReportsOf kInvalid{"dro_string", 7};
   ExpectReport(kInvalid("FromUTF8", "pBuffer == 0"), L"", [] { return droString::FromUTF8(nullptr); });

@@ -33,6 +33,7 @@ TYPED_TEST(LiveValue, IsWhatComparisonsSee) {
 struct PlainShutter : tavParameterShutter {
   ~PlainShutter() override { term_thread(); }
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override {
+    // NOLINTNEXTLINE(bugprone-parent-virtual-call): that a class may pass over its base is the point
     tavTParameter<1>::SetData(data, size, flag);
   }
   void OnStop() override { stopped.Signal(); }

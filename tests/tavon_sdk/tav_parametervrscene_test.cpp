@@ -59,14 +59,6 @@ TEST_F(TavParameterVRScene, PlaysTwoSettingsAtOnceInOrder) {
   EXPECT_EQ(scene.GetValue(), 0);
 }
 
-TEST_F(TavParameterVRScene, NeedsAThreadForMoreThanTwoSettings) {
-  scene.AddSet(scene.first);
-  scene.AddSet(scene.second);
-  EXPECT_FALSE(scene.UseThread());
-  scene.AddSet(scene.first);
-  EXPECT_TRUE(scene.UseThread());
-}
-
 // A wait of a minute in a scene, which tells when it has ended.
 struct Wait : tavVirtualItemWait {
   Wait() { SetWaitTime(60000); }

@@ -56,9 +56,3 @@ TEST_F(VNumberInACommaLocale, ReadsNumbersWithAPoint) { EXPECT_EQ(ReadReal(" -21
 
 TEST_F(VNumberInACommaLocale, PrintsNumbersWithAPoint) { EXPECT_EQ(PrintReal(1234.75, 3), "1234.75"); }
 
-TEST_F(VNumberInACommaLocale, LeavesTheLocaleInForce) {
-  PrintReal(0.75, 2);
-  char text[8];
-  std::snprintf(text, sizeof text, "%.2f", 0.75);
-  EXPECT_STREQ(text, "0,75");
-}

@@ -105,23 +105,6 @@ TEST(VThread, SleepOfMillisecondsWrapsAt32BitsOfMicroseconds) {
   EXPECT_GE(VTime::TimeUS() - begin, 20000U);
 }
 
-TEST(VThread, StopOfAnAutoReleaseObjectOnlyAsks) {
-  struct Flags {
-    std::atomic<bool> mayEnd{false}, hasEnded{false};
-  } flags;
-  const auto work = [](VThread*, void* argument) {
-    auto& shared = *static_cast<Flags*>(argument);
-    Until([&] { return shared.mayEnd.load(); });
-    shared.hasEnded = true;
-  };
-  auto* const thread = new VThread(work, &flags, false);
-  thread->SetAutoRelease(true);
-  thread->Start(kStackSize);
-  thread->Stop();
-  flags.mayEnd = true;
-  Until([&] { return flags.hasEnded.load(); });
-}
-
 TEST(VThread, LetsAnyThreadCallAnyOperation) {
   WorkingThread working;
   const auto use = [&] {
