@@ -67,6 +67,13 @@ TEST_F(DroOsUdpSocketAway, DatagramsGoToTheHostAndPortOfTheText) {
   }
 }
 
+TEST_F(DroOsUdpSocketAway, UnknownHostIsReportedAndStandsForAllMachines) {
+  droOsUdpSocket socket;
+  ExpectReport(kFailure("SetTo", "gethostbyname failed"), 10, [&] { return socket.SetTo("nohost:80", 99); });
+  socket.Send("x", 1);
+  EXPECT_EQ(destination, "255.255.255.255:80");
+}
+
 TEST_F(DroOsUdpSocketAway, WakeOnLanBroadcastsTheMagicPacket) {
   std::string packet(6, '\xFF');
   for (int i = 0; i < 16; ++i) packet.append(kMac, kMac + 6);

@@ -55,4 +55,3 @@ class VNumberInACommaLocale : public testing::Test {
 TEST_F(VNumberInACommaLocale, ReadsNumbersWithAPoint) { EXPECT_EQ(ReadReal(" -21.5x"), -21.5); }
 
 TEST_F(VNumberInACommaLocale, PrintsNumbersWithAPoint) { EXPECT_EQ(PrintReal(1234.75, 3), "1234.75"); }
-
