@@ -61,7 +61,9 @@ TEST_F(TavParameterShutter, StopsAfterItsActionTime) {
 
 TEST_F(TavParameterShutter, StopsWhenTheCommandComesLongAfterItWasMade) {
   shutter.SetActionTime(2000);
+  clock.AwaitSleepers(1);
   clock.Advance(milliseconds(630));
+  clock.AwaitSleepers(0);  // a shutter that has nothing to do waits for no moment
   EXPECT_THAT(TravelOf(3), AllOf(Ge(2000), Le(2250)));
 }
 
