@@ -73,7 +73,8 @@ Moment TestClock::Utc(int year, int month, int day, int hour, int minute, int se
   date.tm_year = year - 1900;
   date.tm_mon = month - 1;
   date.tm_mday = day;
-  return std::chrono::seconds(timegm(&date) + hour * 3600 + minute * 60 + second);
+  return std::chrono::seconds(timegm(&date)) + std::chrono::hours(hour) + std::chrono::minutes(minute) +
+         std::chrono::seconds(second);
 }
 
 TestClock::TestClock(Moment moment) { standsAt = moment; }

@@ -41,6 +41,7 @@ struct Wild : Parameter {
   void OnParameterSet(tavIParameter*) { Act(); }
   void OnPlayFinish() { Act(); }
   void Act() {
+    // NOLINTNEXTLINE(bugprone-branch-clone): for a class without scenes two of these do nothing
     switch (Next()) {
       case Mischief::Throw:
         throw std::runtime_error("hook");

@@ -43,7 +43,8 @@ struct VUtilityFiles : testing::Test {
 };
 
 TEST_F(VUtilityFiles, CopyHasTheSameContents) {
-  for (const std::size_t size : {0, 1, 98303, 98304, 98305, 200001}) {  // around the blocks of 98304 bytes
+  for (const std::size_t size :
+       {0U, 1U, 98303U, 98304U, 98305U, 200001U}) {  // around the blocks of 98304 bytes
     std::string contents;
     while (contents.size() < size) contents += static_cast<char>(contents.size() % 251);
     WriteFile(source, contents);
