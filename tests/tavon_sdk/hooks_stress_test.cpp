@@ -41,12 +41,12 @@ struct Wild : Parameter {
   void OnParameterSet(tavIParameter*) { Act(); }
   void OnPlayFinish() { Act(); }
   void Act() {
-    // NOLINTNEXTLINE(bugprone-branch-clone): for a class without scenes two of these do nothing
     switch (Next()) {
       case Mischief::Throw:
         throw std::runtime_error("hook");
       case Mischief::Stop:
         return this->term_thread();
+      // NOLINTNEXTLINE(bugprone-branch-clone): without a scene this and the next do nothing
       case Mischief::Rebuild:
         if constexpr (requires { this->Build(); }) this->Build();
         return;
