@@ -86,8 +86,10 @@ TEST_P(ParameterTypes, AreLeftLockedByAnInvalidWriteUnlessTheirValueIsAText) {
       parameter->GetParameterInfoPtr() != nullptr || parameter->GetParameterCameraPtr() != nullptr;
   parameter->SetData(nullptr, 1, 1);
   parameter->SetData(parameter->GetData(), 0, 1);
-  EXPECT_EQ(ObjectLock::Release(*parameter), !isText);
-  EXPECT_EQ(ObjectLock::Release(*parameter), !isText) << "each of the writes has locked it once";
+  EXPECT_EQ(ObjectLock::IsFree(*parameter), isText);
+  for (int write = 0; write < 2 && !isText; ++write) {
+    EXPECT_TRUE(ObjectLock::Release(*parameter)) << "each of the writes has locked it once";
+  }
   EXPECT_TRUE(ObjectLock::BecomesFree(*parameter));
 }
 
