@@ -74,7 +74,8 @@ TEST(UraListen, EndsWhenItCannotWaitForDatagrams) {
   const rlimit oneDescriptor{1, 1};
   ASSERT_EQ(prlimit(listener.Process(), RLIMIT_NOFILE, &oneDescriptor, nullptr), 0);
   listener.Send();
-  EXPECT_EQ(listener.Errors(), "ura_listen: cannot wait for datagrams: Invalid argument\n");
+  // A build that counts coverage also says that it can open no file any more.
+  EXPECT_THAT(listener.Errors(), HasSubstr("ura_listen: cannot wait for datagrams: Invalid argument\n"));
   EXPECT_EQ(listener.Status(), 1);
 }
 
