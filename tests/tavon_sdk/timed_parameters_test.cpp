@@ -95,8 +95,8 @@ TEST_F(TavParameterSwitchRelease, ReleasesAfterItsSafeTime) {
 
 TEST_F(TavParameterSwitchRelease, ReleasesToOneWhenItIsInverted) {
   release.IsInverted(true);
+  release.SetValue(0);  // before anything watches: a switch at rest since 1970 is released at once
   release.SetSafeTime(1000);
-  release.SetValue(0);
   Pass(milliseconds(1300));
   EXPECT_EQ(release.GetValue(), 1);
   EXPECT_EQ(release.releases, 1);
