@@ -28,7 +28,9 @@ function(ura_find_emulator variable)
   find_program(URA_QEMU "qemu-${processor}" DOC "The emulator of the machine that is built for")
   if(URA_QEMU)
     message(NOTICE "Programs for ${processor} are run by qemu-${processor}: ${reason}")
-    set(${variable} "${URA_QEMU};-L;/usr/${URA_TRIPLE}" PARENT_SCOPE)
+    # The loader must not find the C library of libc6-i386, which may be of another version than the loader itself.
+    set(system "/usr/${URA_TRIPLE}")
+    set(${variable} "${URA_QEMU};-L;${system};-E;LD_LIBRARY_PATH=${system}/lib" PARENT_SCOPE)
   elseif(URA_BUILD_TESTS)
     message(FATAL_ERROR "The tests need qemu-${processor} (package qemu-user), because programs for ${processor} must be "
                         "emulated: ${reason}. Without tests: -DURA_BUILD_TESTS=OFF")
