@@ -28,8 +28,3 @@ std::string OutputCapture::Take() {
   lseek(m_capture, 0, SEEK_SET);
   return text;
 }
-
-void OutputCapture::PassOn() {
-  const std::string text = Take();
-  if (write(m_before, text.data(), text.size()) == -1) throw std::runtime_error("cannot print");
-}

@@ -3,7 +3,6 @@
 #include <string>
 
 // Takes what the process prints on standard output while it lives. Captures nest: the innermost one gets it.
-// A test whose output nobody captures fails (see unexpected_output.cpp).
 class OutputCapture {
  public:
   OutputCapture();
@@ -13,9 +12,6 @@ class OutputCapture {
 
   // What came since the start or the last call.
   std::string Take();
-
-  // Prints that where it would have gone without this capture.
-  void PassOn();
 
  private:
   int m_capture;

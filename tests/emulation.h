@@ -1,16 +1,10 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-// For tests of what an emulator does not imitate. Where one runs this program, the test counts as skipped,
-// with the reason, and the answer is true:
+// Whether an emulator runs this program. A test of what emulators do not imitate begins so:
 //
-//   if (SkipUnderEmulator("qemu 7.2 knows no time-out options of 64 bits")) return;
-[[nodiscard]] inline bool SkipUnderEmulator([[maybe_unused]] const char* reason) {
+//   if (kIsEmulated) GTEST_SKIP() << "qemu knows sets of FD_SETSIZE descriptors only";
 #ifdef URA_EMULATED
-  [&] { GTEST_SKIP() << "Under an emulator: " << reason; }();
-  return true;
+inline constexpr bool kIsEmulated = true;
 #else
-  return false;
+inline constexpr bool kIsEmulated = false;
 #endif
-}

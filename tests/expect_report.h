@@ -41,8 +41,7 @@ void ExpectReports(const std::string& printed, const std::vector<Report>& report
 // Expects that an operation gives `result` and prints exactly these records:
 //
 //   ExpectReports({{.code = 7, .source = "dro_string", .function = "FromUTF8", .message = "pBuffer == 0"}},
-//   L"",
-//                 [] { return droString::FromUTF8(nullptr); });
+//                 L"", [] { return droString::FromUTF8(nullptr); });
 template <class Result, class Operation>
 void ExpectReports(const std::vector<Report>& reports, const Result& result, Operation operation) {
   std::optional<std::invoke_result_t<Operation>> given;

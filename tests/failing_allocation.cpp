@@ -4,16 +4,14 @@
 
 #include <cstdint>
 #include <new>
-#include <utility>
 
 namespace {
 
 thread_local FailingAllocation* currentShortage = nullptr;
-thread_local bool isAllocating = false;  // inside the operators that are called from here
 
 bool Fails(std::size_t bytes) {
   if (bytes > PTRDIFF_MAX / 2) return true;
-  return currentShortage != nullptr && !isAllocating && currentShortage->Meets(bytes);
+  return currentShortage != nullptr && currentShortage->Meets(bytes);
 }
 
 // The operator that this program would have without the one below of that name, so that a sanitizer sees what
@@ -22,16 +20,6 @@ template <class Operator>
 Operator* Next(const char* symbolOn64Bits, const char* symbolOn32Bits) {
   return reinterpret_cast<Operator*>(
       dlsym(RTLD_NEXT, sizeof(std::size_t) == 8 ? symbolOn64Bits : symbolOn32Bits));
-}
-
-// Those of the C++ library call each other; that counts as one allocation.
-template <class Operator, class... Arguments>
-void* Call(Operator* allocate, Arguments&&... arguments) {
-  struct Restore {
-    const bool before = std::exchange(isAllocating, true);
-    ~Restore() { isAllocating = before; }
-  } const restore;
-  return allocate(arguments...);
 }
 
 }  // namespace
@@ -52,23 +40,23 @@ bool FailingAllocation::Meets(std::size_t bytes) {
 void* operator new(std::size_t bytes) {
   static const auto next = Next<void*(std::size_t)>("_Znwm", "_Znwj");
   if (Fails(bytes)) throw std::bad_alloc();
-  return Call(next, bytes);
+  return next(bytes);
 }
 
 void* operator new[](std::size_t bytes) {
   static const auto next = Next<void*(std::size_t)>("_Znam", "_Znaj");
   if (Fails(bytes)) throw std::bad_alloc();
-  return Call(next, bytes);
+  return next(bytes);
 }
 
 using NoThrowNew = void*(std::size_t, const std::nothrow_t&);
 
 void* operator new(std::size_t bytes, const std::nothrow_t& noThrow) noexcept {
   static const auto next = Next<NoThrowNew>("_ZnwmRKSt9nothrow_t", "_ZnwjRKSt9nothrow_t");
-  return Fails(bytes) ? nullptr : Call(next, bytes, noThrow);
+  return Fails(bytes) ? nullptr : next(bytes, noThrow);
 }
 
 void* operator new[](std::size_t bytes, const std::nothrow_t& noThrow) noexcept {
   static const auto next = Next<NoThrowNew>("_ZnamRKSt9nothrow_t", "_ZnajRKSt9nothrow_t");
-  return Fails(bytes) ? nullptr : Call(next, bytes, noThrow);
+  return Fails(bytes) ? nullptr : next(bytes, noThrow);
 }

@@ -10,7 +10,8 @@
 //     if (!shortage.HasHappened()) break;  // there were not so many
 //   }
 //
-// An allocation is one by any form of `new`; it fails as that form does. Memory from malloc never fails.
+// An allocation is one by any form of `new`; it fails as that form does. One of an array may count twice.
+// Memory from malloc never fails.
 // Independent of this class, an allocation that is too large for any machine fails without asking the
 // sanitizer for it.
 class FailingAllocation {

@@ -11,7 +11,7 @@
 #include <mutex>
 #include <thread>
 
-#include "system_call.h"
+#include "system_calls.h"
 
 namespace {
 
@@ -31,11 +31,8 @@ struct Sleeper {
 std::mutex sleepersLock;
 std::list<Sleeper> sleepers;
 
-// A function that handles times has a name of its own on 32-bit machines, to which the header leads the
-// compiler.
-constexpr bool kHas32Bits = sizeof(void*) == 4;
 SystemCall<int(pthread_cond_t*, pthread_mutex_t*, const timespec*)> realTimedWait(
-    kHas32Bits ? "__pthread_cond_timedwait64" : "pthread_cond_timedwait");
+    system_calls::NameFor64Bits("pthread_cond_timedwait", "__pthread_cond_timedwait64"));
 
 Moment Now() {
   const Moment standing = standsAt;
@@ -69,12 +66,9 @@ void SetAndWake(Moment moment, Moment due) {
 }  // namespace
 
 Moment TestClock::Utc(int year, int month, int day, int hour, int minute, int second) {
-  std::tm date{};
-  date.tm_year = year - 1900;
-  date.tm_mon = month - 1;
-  date.tm_mday = day;
-  return std::chrono::seconds(timegm(&date)) + std::chrono::hours(hour) + std::chrono::minutes(minute) +
-         std::chrono::seconds(second);
+  const auto date = std::chrono::year(year) / month / day;
+  return std::chrono::sys_days(date).time_since_epoch() + std::chrono::hours(hour) +
+         std::chrono::minutes(minute) + std::chrono::seconds(second);
 }
 
 TestClock::TestClock(Moment moment) { standsAt = moment; }

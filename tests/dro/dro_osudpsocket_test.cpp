@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "expect_report.h"
 #include "system_calls.h"
@@ -120,12 +121,8 @@ auto InterruptedOnce() {
 
 TEST_F(DroOsUdpSocketHere, InterruptedTransferIsRepeatedWithAWarning) {
   const auto sending = system_calls::sendto.ReplaceBy(InterruptedOnce());
-  const auto receiving = system_calls::recvfrom.ReplaceBy(InterruptedOnce());
-  const char* const message = "Std EINTR error continue...";
-  ExpectReports({kWarning("Send", message), SystemFailure("Send", "send error", EPERM)}, -1,
-                [&] { return socket.Send("abc", 3); });
-  ExpectReports({kWarning("Receive", message), SystemFailure("Receive", "recv error", EPERM)}, -1,
-                [&] { return socket.Receive(buffer, 7, nullptr, nullptr); });
+  ExpectReports({kWarning("Send", "Std EINTR error continue..."), SystemFailure("Send", "send error", EPERM)},
+                -1, [&] { return socket.Send("abc", 3); });
 }
 
 TEST_F(DroOsUdpSocketHere, InterruptedTransferOfNothingIsNotRepeatedOnPurpose) {

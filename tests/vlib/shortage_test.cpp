@@ -32,7 +32,6 @@ TEST(VEventShortage, AResetNeedsNothing) {
   {
     const auto shortage = FailingAllocation::After(0);
     const auto noMutex = system_calls::pthread_mutex_init.Returns(EAGAIN);
-    const auto noCondition = system_calls::pthread_cond_init.Returns(EAGAIN);
     event.Reset();
   }
   EXPECT_TRUE(event.EventInited());
