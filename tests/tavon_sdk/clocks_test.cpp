@@ -1,0 +1,91 @@
+// The two clock classes, tavTime of the SDK and droTime of the OS library: what both do alike, checked for
+// each, and what only one of them knows.
+#include <gmock/gmock.h>
+
+#include <array>
+
+#include "dro_time.h"
+#include "tav_time.h"
+#include "test_clock.h"
+
+using dro::droTime;
+using tavon::tavTime;
+using testing::ElementsAre;
+
+namespace {
+
+// A Tuesday in summer time, at 10:15:02 local time.
+template <class Library>
+struct BothClocks : testing::Test {
+  BothClocks() { setenv("TZ", "CET-1CEST,M3.5.0,M10.5.0/3", 1); }
+  TestClock clock{TestClock::Utc(2014, 4, 8, 8, 15, 2) + TestClock::Moment(123999)};
+};
+using Libraries = testing::Types<tavTime, droTime>;
+TYPED_TEST_SUITE(BothClocks, Libraries);
+using Clocks = BothClocks<void>;
+
+TYPED_TEST(BothClocks, CountTheMonthsOfTodayFromZero) {
+  std::array<int, 8> parts{};
+  auto& [year, yearDay, month, monthDay, weekDay, hour, minute, second] = parts;
+  TypeParam::GetDateTime(&year, &yearDay, &month, &monthDay, &weekDay, &hour, &minute, &second);
+  EXPECT_THAT(parts, ElementsAre(2014, 97, 3, 8, 2, 10, 15, 2));
+  TypeParam::GetDateTime(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+}
+
+TYPED_TEST(BothClocks, CountTheMonthsOfACustomTimeFromOne) {
+  EXPECT_EQ(TypeParam::GetCustomTime(2014, 4, 8, 10, 15, 2), TypeParam::GetCurrentTime());
+  EXPECT_EQ(TypeParam::GetCustomTime(1899, 1, 2, 0, 0, 0), TypeParam::GetCustomTime(1900, 1, 2, 0, 0, 0));
+}
+
+TYPED_TEST(BothClocks, TakeSecondsApart) {
+  std::conditional_t<std::is_same_v<TypeParam, tavTime>, unsigned long, unsigned int> hours = 0;
+  unsigned char minutes = 0, seconds = 0;
+  TypeParam::FormatSeconds(100 * 3600 + 2 * 60 + 5, &hours, &minutes, &seconds);
+  EXPECT_EQ(hours, 100U);
+  EXPECT_EQ(minutes, 2);
+  EXPECT_EQ(seconds, 5);
+  TypeParam::FormatSeconds(5, nullptr, nullptr, nullptr);
+}
+
+TEST_F(Clocks, EndTheirTextWithALineFeedInTheSdkOnly) {
+  EXPECT_EQ(tavTime::GetDateTime(), "Tue Apr  8 10:15:02 2014\n");
+  EXPECT_EQ(droTime::GetDateTime(), "Tue Apr  8 10:15:02 2014");
+}
+
+TEST_F(Clocks, CountFromOneInTheStructureOfTheOsLibrary) {
+  droTime::droDateTime d;
+  droTime::GetDateTime(&d);
+  EXPECT_THAT((std::array{d.year, d.dayOfYear, d.month, d.day, d.dayOfWeek, d.hour, d.minute, d.second}),
+              ElementsAre(2014, 98, 4, 8, 3, 10, 15, 2));
+}
+
+TEST_F(Clocks, WrapTheirMillisecondsAtThirtyTwoBits) {
+  EXPECT_EQ(tavTime::GetTime(), 1080530923U);
+  EXPECT_EQ(droTime::GetTime(), 1080530923U);
+  clock.JumpTo(TestClock::Utc(2014, 4, 22, 7, 35, 2));
+  unsigned long long milliseconds = 0, rate = 0;
+  droTime::GetHiResTime(&milliseconds);
+  EXPECT_EQ(milliseconds, 0xFFFFFFFF00000000 + 2287730800U) << "extended with their sign";
+  droTime::GetTimePerSecond(&rate);
+  EXPECT_EQ(rate, 1000000U) << "although it counts milliseconds: callers know both";
+}
+
+TEST_F(Clocks, WaitForTheNextMultipleOfSomeMinutesInTheOsLibrary) {
+  const struct {
+    const char* name;
+    int minute, second, step;
+    unsigned long seconds;
+  } cases[] = {
+      {"within a step", 7, 30, 5, 150},    {"on the step itself", 56, 0, 7, 420},
+      {"at the full hour", 57, 0, 7, 180}, {"longer than an hour", 7, 30, 61, 3150},
+      {"of no minutes", 7, 30, 0, 30},
+  };
+  for (const auto& c : cases) {
+    clock.JumpTo(TestClock::Utc(2014, 4, 22, 7, c.minute, c.second));
+    unsigned long milliseconds = 0;
+    droTime::GetRemainingTimeWithClock(&milliseconds, static_cast<droTime::EMinutesStep>(c.step));
+    EXPECT_EQ(milliseconds, c.seconds * 1000) << c.name;
+  }
+}
+
+}  // namespace

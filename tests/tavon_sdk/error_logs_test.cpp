@@ -1,0 +1,172 @@
+// The two error logs, tavErrorLog of the SDK and droErrorLog of the OS library: what they do alike, checked
+// for each, and what each says in its own words.
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "dro_error.h"
+#include "expect_report.h"
+#include "failing_allocation.h"
+#include "system_calls.h"
+#include "tav_error.h"
+#include "temporary_folder.h"
+#include "test_clock.h"
+#include "verrorlog.h"
+
+using namespace dro;
+using namespace tavon;
+
+namespace {
+
+// What differs between the two. A record is a failure of Go in line 12 of a source file.
+tavError Record(int code, const tavError*) {
+  return tavBuildErrorLocation(static_cast<tavEError>(code), "100%s", "tav_x", "Go", 12);
+}
+droError Record(int code, const droError*) {
+  return droBuildErrorLocation(static_cast<droEError>(code), "100%s", "dro_x", "Go", 12);
+}
+int Log(const tavError& record) { return static_cast<int>(tavErrorLog(record)); }
+int Log(const droError& record) { return droErrorLog(record); }
+
+// Every test has a log file of its own, and leaves the settings that a process starts with.
+template <class Error>
+struct BothErrorLogs : testing::Test {
+  static constexpr bool isSdk = std::is_same_v<Error, tavError>;
+  BothErrorLogs() {
+    Error::Level = vlib::LogLevel_File;
+    Error::LogFile = path;
+    written = 0;
+  }
+  ~BothErrorLogs() override {
+    Error::Level = vlib::LogLevel_Console;
+    Error::LogFileSize = 512000;
+    Error::ShowErrorCallBack = nullptr;
+  }
+  static Error Failure(int code) { return Record(code, static_cast<const Error*>(nullptr)); }
+
+  // A file that cannot be cut is told about on the console whatever the level says; the record is dropped. In
+  // the OS library the codes are one more, and no line is published.
+  void ExpectFault(int code, const char* message, int publishedLine) {
+    Error::Level = vlib::LogLevel_File | vlib::LogLevel_Throw;
+    written = 512000;
+    Report fault{code, "tav_error", "tavErrorLog", message, publishedLine};
+    if (!isSdk) fault = {code + 1, "dro_error", "droErrorLog", message};
+    ExpectReport(fault, fault.code, [&] { return Log(failure); });
+  }
+
+  unsigned int& written = isSdk ? tavError::CurrentLogFileSize : droError::_current_log_filesize;
+  const TemporaryFolder folder;
+  const std::string path = folder.Path("log");
+  const Error failure = Failure(8);
+  const std::string text = failure.GetDescription();
+};
+using Records = testing::Types<tavError, droError>;
+TYPED_TEST_SUITE(BothErrorLogs, Records);
+
+TYPED_TEST(BothErrorLogs, PrintFailuresAndLeaveNoFile) {
+  TypeParam::Level = vlib::LogLevel_Console;
+  for (int code = 2; code <= 8; ++code) {
+    ExpectReport({code, this->isSdk ? "tav_x" : "dro_x", "Go", "100%s", 12}, code,
+                 [&] { return Log(this->Failure(code)); });
+  }
+  EXPECT_FALSE(std::filesystem::exists(this->path));
+}
+
+TYPED_TEST(BothErrorLogs, CountWhatThreadsWriteEvenWithoutALimit) {
+  TypeParam::LogFileSize = 0;
+  std::thread other([this] { Log(this->failure); });
+  Log(this->failure);
+  other.join();
+  EXPECT_EQ(ReadFile(this->path), this->text + this->text);
+  EXPECT_EQ(this->written, 2 * this->text.size());
+}
+
+TYPED_TEST(BothErrorLogs, CutTheFileToItsLastHalfUnlessThatIsLittle) {
+  std::string contents(40000, 'n');
+  WriteFile(this->path, contents);
+  TypeParam::LogFileSize = 32001;
+  this->written = 40000;
+  Log(this->failure);
+  EXPECT_EQ(ReadFile(this->path), contents += this->text) << "16000 bytes are too little to keep";
+  TypeParam::LogFileSize = 32002;
+  this->written = static_cast<unsigned int>(32002 - this->text.size());
+  Log(this->failure);
+  EXPECT_EQ(ReadFile(this->path), contents += this->text) << "the limit itself is allowed";
+  Log(this->failure);
+  EXPECT_EQ(ReadFile(this->path), contents.substr(contents.size() - 16001) + this->text);
+  EXPECT_EQ(this->written, 16001U) << "half the limit; the entry after the cut is not counted";
+}
+
+TYPED_TEST(BothErrorLogs, KeepAllOfAFileThatIsShorterThanTheyCounted) {
+  this->written = 512000;
+  WriteFile(this->path, "short");
+  Log(this->failure);
+  EXPECT_EQ(ReadFile(this->path), "short" + this->text);
+}
+
+TYPED_TEST(BothErrorLogs, PassARecordOnUnlessItIsThrown) {
+  static std::string shown;
+  shown.clear();
+  TypeParam::ShowErrorCallBack = [](const TypeParam& record) { shown += record.GetDescription(); };
+  TypeParam::Level = vlib::LogLevel_CallBack;
+  Log(this->failure);
+  EXPECT_EQ(shown, this->text);
+  TypeParam::Level = vlib::LogLevel_File | vlib::LogLevel_Throw | vlib::LogLevel_CallBack;
+  EXPECT_THROW(Log(this->failure), TypeParam);
+  EXPECT_EQ(shown, this->text) << "not passed on again";
+  EXPECT_EQ(ReadFile(this->path), this->text) << "written before it is thrown";
+}
+
+TYPED_TEST(BothErrorLogs, ReportAFileThatCannotBeRead) {
+  WriteFile(this->path, "old");
+  TypeParam::DeleteLog();
+  this->ExpectFault(4, "Can not rebuild log error file.", 206);
+  EXPECT_FALSE(std::filesystem::exists(this->path));
+}
+
+TYPED_TEST(BothErrorLogs, ReportAFileThatDoesNotFitIntoMemory) {
+  WriteFile(this->path, std::string(300000, 'o'));
+  const auto shortage = FailingAllocation::OfAtLeast(300000);
+  this->ExpectFault(5, "Can not allocate buffer for to rebuild log error file.", 182);
+}
+
+TYPED_TEST(BothErrorLogs, ReportAFileThatCannotBeWritten) {
+  WriteFile(this->path, "old");
+  const auto readOnly = system_calls::fopen.ReplaceBy([](const char* name, const char* mode) {
+    return *mode == 'r' ? system_calls::fopen.Real(name, mode) : nullptr;
+  });
+  this->ExpectFault(4, "Can not write for to rebuild log error file.", 200);
+  EXPECT_EQ(ReadFile(this->path), "old");
+}
+
+TEST(ErrorLogNotices, HaveTimeAndPlaceInTheOsLibraryOnly) {
+  setenv("TZ", "UTC0", 1);
+  const TestClock clock(TestClock::Utc(2014, 4, 8, 7, 35, 2));
+  EXPECT_EQ(CapturedOutput([] { Log(BothErrorLogs<tavError>::Failure(0)); }), "Info Message : 100%s\n");
+  EXPECT_EQ(CapturedOutput([] { Log(BothErrorLogs<droError>::Failure(0)); }),
+            "\x1B[37m[Tue Apr  8 07:35:02 2014]\nInfo : 100%s[FILE:dro_x][FUNCTION:Go][LINE:12]\n\x1B[0m");
+}
+
+// These texts, misspellings included, are what people search their logs for.
+TEST(ErrorTexts, OfCodesBeyondOrdinaryFailures) {
+  EXPECT_EQ(tavErrorToString(tavError_NoError), "The operation completed succefully.");
+  EXPECT_EQ(droErrorToString(droError_NoError), "The operation completed succefully.");
+  EXPECT_EQ(tavErrorToString(tavError_NetworkNotReady),
+            "The underlying network subsystem is not ready for network communication.");
+  EXPECT_EQ(tavErrorToString(tavError_SocketsVersion),
+            "The version of Windows Sockets support requested is not provided by this particular Windows "
+            "Sockets implementation.");
+  EXPECT_EQ(tavErrorToString(tavError_SocketsInProgress),
+            "A blocking Windows Sockets 1.1 operation is in progress.");
+  EXPECT_EQ(tavErrorToString(tavError_SocketsTaskLimit),
+            "Limit on the number of tasks supported by the Windows Sockets implementation has been reached.");
+  EXPECT_EQ(tavErrorToString(static_cast<tavEError>(13)),
+            "tavError description not found. Update tavErrorToString function.!");
+  EXPECT_EQ(droErrorToString(static_cast<droEError>(11)),
+            "droError description not found. Update droErrorToString function.!");
+  errno = ENOENT;
+  EXPECT_EQ(droErrorStdToString(-1), "2 No such file or directory");
+  EXPECT_EQ(droErrorStdToString(0), "0 No error");
+}
+
+}  // namespace
