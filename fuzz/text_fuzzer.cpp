@@ -1,13 +1,14 @@
+#include <utf8.h>
+
 #include <algorithm>
-#include <cctype>
 
 #include "dro_string.h"
 #include "fuzz_input.h"
 #include "tav_commandline.h"
 #include "tav_string.h"
 
-// The operations of both string classes: search, replace, trim, split, case, scrambling and
-// numbers; and a command line that comes as one text.
+// The operations of both string classes: search, replace, trim, split, case, scrambling, numbers and wide
+// text; and a command line that comes as one text.
 //
 // Input: a position, '0' to heed letter case or '1' to ignore it, a base of numbers ('0' is 10, '1' is 16),
 // and three lines: a text, what is sought in it (also the separator, the characters to trim and the key), and
@@ -108,42 +109,40 @@ void CheckCommandLine(const std::string& text) {
   RequireEqual<std::string>(value, isProgram ? argument : "the end", "what follows a quoted argument");
 }
 
-// The number at the start of a text, digit by digit; it stops at the limits of 64 bits.
-std::int64_t ReadNumber(const char* text, int base) {
-  const auto digit = [](char c) {
-    constexpr std::string_view digits = "0123456789abcdefghijklmnopqrstuvwxyz";
-    return digits.find(static_cast<char>(std::tolower(static_cast<unsigned char>(c))));
-  };
-  while (std::isspace(static_cast<unsigned char>(*text)) != 0) ++text;
-  const std::int64_t sign = *text == '-' ? -1 : 1;
-  if (*text == '-' || *text == '+') ++text;
-  const bool isPrefixed = text[0] == '0' && (text[1] == 'x' || text[1] == 'X') && digit(text[2]) < 16;
-  if (base == 16 && isPrefixed) text += 2;
-  std::int64_t number = 0;
-  for (; digit(*text) < static_cast<std::size_t>(base); ++text) {
-    const std::int64_t next = sign * static_cast<std::int64_t>(digit(*text));
-    if (__builtin_mul_overflow(number, base, &number) || __builtin_add_overflow(number, next, &number)) {
-      return sign < 0 ? INT64_MIN : INT64_MAX;
-    }
-  }
-  return number;
-}
-
+// Both classes read the same number, each with its limits; and what is printed reads as the same number.
 void CheckNumbers(const Case& in) {
-  const std::int64_t number = ReadNumber(in.text.c_str(), in.base);
+  const std::int64_t number = droString::AsLongLong(in.text, in.base);
+  RequireEqual(droString::AsLongLong(droString::FromLongLong(number), 10), number, "AsLongLong");
+  RequireEqual(droString::AsLong(in.text, in.base), static_cast<std::int32_t>(number), "droString::AsLong");
+  const std::int64_t limited = std::clamp<std::int64_t>(number, INT32_MIN, INT32_MAX);
+  RequireEqual(tavString::AsLong(in.text, in.base), static_cast<std::int32_t>(limited), "tavString::AsLong");
   const bool isLarge = number > 0xFFFFFFFFLL || number < -0xFFFFFFFFLL;
   const std::uint32_t unsignedNumber = isLarge ? 0xFFFFFFFF : static_cast<std::uint32_t>(number);
   RequireEqual(tavString::AsULong(in.text, in.base), unsignedNumber, "AsULong");
-  const std::int64_t limited = std::clamp<std::int64_t>(number, INT32_MIN, INT32_MAX);
-  RequireEqual(tavString::AsLong(in.text, in.base), static_cast<std::int32_t>(limited), "tavString::AsLong");
-  RequireEqual(droString::AsLong(in.text, in.base), static_cast<std::int32_t>(number), "droString::AsLong");
-  RequireEqual(droString::AsLongLong(in.text, in.base), number, "AsLongLong");
 
   const int decimals = static_cast<int>(1 + in.position % 20);
   const tavString text = tavString::FromDouble(tavString::AsDouble(in.text), decimals);
   const tavString again = tavString::FromDouble(tavString::AsDouble(text), decimals);
   // A small negative number is shown as "-0", which is read as 0 and then shown as "0".
   RequireEqual<std::string>(again, text == "-0" ? "0" : text, "number to text to number");
+}
+
+// The round trip to wide text gives the text back, an exception comes for what is no text only, and a buffer
+// gets as much of the text as it holds.
+template <class Text>
+void CheckWideText(const Case& in) {
+  const std::string text = in.text.c_str();
+  const bool isValid = utf8::is_valid(text.begin(), text.end());
+  try {
+    const std::wstring wide = Text::FromUTF8(text.c_str());
+    Require(isValid, "an exception for invalid text");
+    RequireEqual<std::string>(Text::AsUTF8(wide.c_str()), text, "UTF-8 to wide text and back");
+    std::vector<wchar_t> buffer(1 + in.position % 256, L'#');
+    Text::AsWide(text, buffer.data(), static_cast<unsigned int>(buffer.size()));
+    Require(wide.substr(0, buffer.size() - 1) == buffer.data(), "the start of the text in a buffer");
+  } catch (const utf8::exception&) {
+    Require(!isValid, "an exception for invalid text only");
+  }
 }
 
 }  // namespace
@@ -168,5 +167,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CheckSplit(in);
   CheckCommandLine(in.text);
   CheckNumbers(in);
+  CheckWideText<tavString>(in);
+  CheckWideText<droString>(in);
   return 0;
 }
