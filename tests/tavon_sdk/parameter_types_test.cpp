@@ -3,8 +3,9 @@
 
 #include <functional>
 #include <memory>
-#include <set>
+#include <thread>
 
+#include "expect_report.h"
 #include "object_lock.h"
 #include "src/tav_parametertypes.h"
 #include "tav_parameterfactory.h"
@@ -12,17 +13,36 @@
 namespace tavon {
 namespace {
 
+using Line = std::optional<int>;
+
+// The lines of a type's records, where they are published.
+struct Lines {
+  Line noBuffer = std::nullopt;
+  Line otherType = std::nullopt;
+  Line setDataValue = std::nullopt;
+  Line getDataValue = std::nullopt;
+  Line unknownOperator = std::nullopt;
+};
+
 struct Type {
   tavEObject id;
   tavString name;
   std::function<const void*(tavIParameter&)> cast;
   tavEError (*setFromText)(tavIParameter*, const tavString&);
+  tavEError (*encode)(const tavString&, unsigned char*);
   std::string text;  // a value, printed as it is written
+  Lines lines;
+
+  Report ReportOf(int code, const char* function, const std::string& message, Line line) const {
+    return {code, "tav_" + name.GetLowCase(), function, message, line};
+  }
 };
 
 template <class Self>
-Type Row(Self* (tavIParameter::*cast)(), const std::string& text) {
-  return {Self::TypeId, Self::TypeName, std::mem_fn(cast), Self::SetDataFromString, text};
+Type Row(Self* (tavIParameter::*cast)(), const std::string& text, const Lines& lines) {
+  return {
+      Self::TypeId, Self::TypeName, std::mem_fn(cast), Self::SetDataFromString, Self::GetBinaryDataFromString,
+      text,         lines};
 }
 
 std::string WeekAt(const char* setPoint) {
@@ -32,20 +52,24 @@ std::string WeekAt(const char* setPoint) {
 }
 
 const Type kTypes[] = {
-    Row(&tavIParameter::GetParameterSwitchPtr, "1"),
-    Row(&tavIParameter::GetParameterSwitchReleasePtr, "1"),
-    Row(&tavIParameter::GetParameterSliderPtr, "0.75"),
-    Row(&tavIParameter::GetParameterColorPtr, "0x0102E3F4"),
-    Row(&tavIParameter::GetParameterInfoPtr, "a text"),
-    Row(&tavIParameter::GetParameterShutterPtr, "3"),
-    Row(&tavIParameter::GetParameterThermoPtr, "-0.13"),
-    Row(&tavIParameter::GetParameterThermoChronoWeekPtr, WeekAt("20.25")),
-    Row(&tavIParameter::GetParameterHDScenePtr, "1"),
-    Row(&tavIParameter::GetParameterVRScenePtr, "200"),
-    Row(&tavIParameter::GetParameterAlertPtr, "1"),
-    Row(&tavIParameter::GetParameterBytePtr, "255"),
-    Row(&tavIParameter::GetParameterTunerPtr, "1500"),
-    Row(&tavIParameter::GetParameterCameraPtr, "\1"),  // all that a camera makes of a text
+    Row(&tavIParameter::GetParameterSwitchPtr, "1", {.noBuffer = 17}),
+    Row(&tavIParameter::GetParameterSwitchReleasePtr, "1",
+        {.noBuffer = 23, .otherType = 38, .setDataValue = 85, .getDataValue = 89, .unknownOperator = 99}),
+    Row(&tavIParameter::GetParameterSliderPtr, "0.75", {.noBuffer = 18}),
+    Row(&tavIParameter::GetParameterColorPtr, "0x0102E3F4", {.noBuffer = 19}),
+    Row(&tavIParameter::GetParameterInfoPtr, "a text", {.noBuffer = 15}),
+    Row(&tavIParameter::GetParameterShutterPtr, "3",
+        {.noBuffer = 26, .otherType = 43, .setDataValue = 84, .getDataValue = 88}),
+    Row(&tavIParameter::GetParameterThermoPtr, "-0.13", {.noBuffer = 17}),
+    Row(&tavIParameter::GetParameterThermoChronoWeekPtr, WeekAt("20.25"),
+        {.noBuffer = 25, .otherType = 72, .setDataValue = 98, .getDataValue = 102, .unknownOperator = 211}),
+    Row(&tavIParameter::GetParameterHDScenePtr, "1", {.noBuffer = 17}),
+    Row(&tavIParameter::GetParameterVRScenePtr, "200",
+        {.noBuffer = 28, .otherType = 44, .setDataValue = 90, .getDataValue = 94, .unknownOperator = 148}),
+    Row(&tavIParameter::GetParameterAlertPtr, "1", {.noBuffer = 19}),
+    Row(&tavIParameter::GetParameterBytePtr, "255", {.noBuffer = 17}),
+    Row(&tavIParameter::GetParameterTunerPtr, "1500", {.noBuffer = 17}),
+    Row(&tavIParameter::GetParameterCameraPtr, "\1", {.noBuffer = 16}),  // all that a camera makes of a text
 };
 
 static_assert(std::size(kTypes) == tavParameterTypes::Count, "every type has a row");
@@ -81,56 +105,110 @@ TEST_P(ParameterTypes, AreSetFromText) {
   EXPECT_EQ(type.setFromText(nullptr, type.text), tavError_NoError) << "null is none of them";
 }
 
+TEST_P(ParameterTypes, AreNotSetAsAnyOtherType) {
+  for (const Type& other : kTypes) {
+    if (other.id == type.id) continue;
+    ExpectReport(
+        other.ReportOf(6, "SetDataFromString", "pPrm != tavObject_" + other.name, other.lines.otherType),
+        tavError_InvalidArgument, [&] { return other.setFromText(parameter.get(), other.text); });
+  }
+}
+
+TEST_P(ParameterTypes, ReportAMissingBufferAndDataValues) {
+  ExpectReport(type.ReportOf(6, "GetBinaryDataFromString", "o_pBuffer == 0", type.lines.noBuffer),
+               tavError_InvalidArgument, [this] { return type.encode("1", nullptr); });
+  EXPECT_EQ(type.encode("", nullptr), tavError_NoError) << "an empty text has no bytes";
+  ExpectReport(type.ReportOf(1, "SetDataValue", "MUST BE IMPLEMENTED", type.lines.setDataValue),
+               [this] { parameter->SetDataValue(1.0); });
+  ExpectReport(type.ReportOf(1, "GetDataValue", "MUST BE IMPLEMENTED", type.lines.getDataValue),
+               [this] { parameter->GetDataValue(nullptr); });
+}
+
+TEST_P(ParameterTypes, ReportAnUnknownOperator) {
+  const bool isCamera = type.id == tavObject_ParameterCamera;  // which knows none
+  const char* const message =
+      isCamera ? "No comparison for tavParameterCamera!" : "UnKnown tavECodeOperator operator type";
+  const auto compare = [this](int op) {
+    return parameter->Comparison(static_cast<tavECodeOperator>(op), parameter->GetData(),
+                                 parameter->GetDataSize());
+  };
+  for (const int op : {-1, 0, 7}) {
+    ExpectReport(type.ReportOf(1, "Comparison", message, type.lines.unknownOperator), false,
+                 [&] { return compare(op); });
+  }
+  ExpectUnlockedAfterThrow(*parameter, [&] { compare(0); });
+}
+
+TEST_P(ParameterTypes, StandInNoRelationToLessThanAWholeOperand) {
+  for (const int op : {0, 5, 6, 7}) {
+    const auto code = static_cast<tavECodeOperator>(op);
+    EXPECT_FALSE(parameter->Comparison(code, nullptr, 673)) << op;
+    EXPECT_FALSE(parameter->Comparison(code, parameter->GetData(), parameter->GetDataSize() - 1)) << op;
+  }
+}
+
 TEST_P(ParameterTypes, AreLeftLockedByAnInvalidWriteUnlessTheirValueIsAText) {
   const bool isText =
       parameter->GetParameterInfoPtr() != nullptr || parameter->GetParameterCameraPtr() != nullptr;
   parameter->SetData(nullptr, 1, 1);
   parameter->SetData(parameter->GetData(), 0, 1);
-  EXPECT_EQ(ObjectLock::IsFree(*parameter), isText);
-  for (int write = 0; write < 2 && !isText; ++write) {
-    EXPECT_TRUE(ObjectLock::Release(*parameter)) << "each of the writes has locked it once";
-  }
+  EXPECT_EQ(ObjectLock::Release(*parameter), !isText);
+  EXPECT_EQ(ObjectLock::Release(*parameter), !isText) << "each of the writes has locked it once";
   EXPECT_TRUE(ObjectLock::BecomesFree(*parameter));
+}
+
+TEST_P(ParameterTypes, AreUsedByManyThreadsAtOnce) {
+  const std::unique_ptr<tavIParameter> target{tavParameterFactory::CreateByType(type.id)};
+  parameter->SetDrivenTarget(target.get());
+  const auto use = [this] {
+    for (int i = 0; i < 50; ++i) {
+      parameter->SetDataFromString(i % 2 == 0 ? "0" : type.text);
+      parameter->AddFlags(2);
+      parameter->IsDirty(false);
+      parameter->AddUIStyle("style");
+      EXPECT_NE(parameter->SerializeAsXml(), parameter->ToString());
+    }
+  };
+  std::thread other(use);
+  use();
+  other.join();
+  EXPECT_EQ(parameter->GetFlags(), 2);
 }
 
 struct ComparisonCase {
   tavEObject type;
   const char* value;
   const char* operand;
-  std::set<int> holds;
+  std::vector<std::string> holds;
 };
 
-constexpr int kGreater = tavCodeOperator_Greater;
-constexpr int kGreaterOrEqual = tavCodeOperator_GreaterOrEqual;
-constexpr int kLess = tavCodeOperator_Less;
-constexpr int kLessOrEqual = tavCodeOperator_LessOrEqual;
-constexpr int kEqual = tavCodeOperator_Equal;
-constexpr int kNotEqual = tavCodeOperator_NotEqual;
-
 TEST(ParameterComparison, HoldsForTheRightOperators) {
+  const std::pair<tavECodeOperator, const char*> operators[] = {
+      {tavCodeOperator_Greater, ">"}, {tavCodeOperator_GreaterOrEqual, ">="},
+      {tavCodeOperator_Less, "<"},    {tavCodeOperator_LessOrEqual, "<="},
+      {tavCodeOperator_Equal, "=="},  {tavCodeOperator_NotEqual, "!="}};
   const ComparisonCase cases[] = {
-      {tavObject_ParameterByte, "127", "128", {kLess, kLessOrEqual, kNotEqual}},  // unsigned
-      {tavObject_ParameterByte, "128", "127", {kGreater, kGreaterOrEqual, kNotEqual}},
-      {tavObject_ParameterByte, "128", "128", {kGreaterOrEqual, kLessOrEqual, kEqual}},
-      {tavObject_ParameterThermo, "-1", "-2.5", {kGreater, kGreaterOrEqual, kNotEqual}},
+      {tavObject_ParameterByte, "127", "128", {"<", "<=", "!="}},  // unsigned
+      {tavObject_ParameterByte, "128", "127", {">", ">=", "!="}},
+      {tavObject_ParameterByte, "128", "128", {">=", "<=", "=="}},
+      {tavObject_ParameterThermo, "-1", "-2.5", {">", ">=", "!="}},
       // Whether numbers are equal is a matter of their bytes, on purpose.
-      {tavObject_ParameterThermo, "0", "-0", {kGreaterOrEqual, kLessOrEqual, kNotEqual}},
-      {tavObject_ParameterTuner, "nan", "nan", {kEqual}},
+      {tavObject_ParameterThermo, "0", "-0", {">=", "<=", "!="}},
+      {tavObject_ParameterTuner, "nan", "nan", {"=="}},
       // There is no order of colours and schedules.
-      {tavObject_ParameterColor, "0x01020304", "0x01020304", {kEqual}},
-      {tavObject_ParameterColor, "0x01020304", "0x01020305", {kNotEqual}},
-      {tavObject_ParameterThermoChronoWeek, "1,20.25,0", "1,20.25", {kEqual}},
-      {tavObject_ParameterThermoChronoWeek, "1,20.25", "1,20.5", {kNotEqual}},
+      {tavObject_ParameterColor, "0x01020304", "0x01020304", {"=="}},
+      {tavObject_ParameterColor, "0x01020304", "0x01020305", {"!="}},
+      {tavObject_ParameterThermoChronoWeek, "1,20.25,0", "1,20.25", {"=="}},
+      {tavObject_ParameterThermoChronoWeek, "1,20.25", "1,20.5", {"!="}},
   };
   for (const ComparisonCase& c : cases) {
     const std::unique_ptr<tavIParameter> left(tavParameterFactory::CreateByType(c.type));
     const std::unique_ptr<tavIParameter> right(tavParameterFactory::CreateByType(c.type));
     left->SetDataFromString(c.value);
     right->SetDataFromString(c.operand);
-    std::set<int> holds;
-    for (const int op : {kGreater, kGreaterOrEqual, kLess, kLessOrEqual, kEqual, kNotEqual}) {
-      if (left->Comparison(static_cast<tavECodeOperator>(op), right->GetData(), right->GetDataSize()))
-        holds.insert(op);
+    std::vector<std::string> holds;
+    for (const auto& [op, symbol] : operators) {
+      if (left->Comparison(op, right->GetData(), right->GetDataSize())) holds.emplace_back(symbol);
     }
     EXPECT_EQ(holds, c.holds) << left->GetTypeName() << " " << c.value << " with " << c.operand;
   }

@@ -1,6 +1,7 @@
 // What makes the types different that are a number, a colour or an alert.
 #include <gmock/gmock.h>
 
+#include "object_lock.h"
 #include "tav_parameteralert.h"
 #include "tav_parametercolor.h"
 #include "tav_parameterslider.h"
@@ -27,10 +28,27 @@ struct Color : tavParameterColor {
   std::vector<int> calls;
 };
 
+TEST(TavParameterColor, PacksItsFirstComponentHighest) {
+  Color color;
+  color.SetValue(0x112233FE);
+  EXPECT_EQ(color.ValueToString(), "0x112233FE");
+  unsigned int packed = 0;
+  color.GetValue(&packed);
+  EXPECT_EQ(packed, 0x112233FEU);
+  unsigned char third = 0;
+  color.GetValue(nullptr, nullptr, &third, nullptr);
+  EXPECT_EQ(third, 0x33);
+  // The record must be thrown: the null pointer would be written through.
+  ExpectUnlockedAfterThrow(color, [&] { color.GetValue(nullptr); });
+}
+
 TEST(TavParameterColor, TellsItsHookWhetherAnyOfTheFirstThreeComponentsIsOn) {
   Color color;
   for (const unsigned int value : {0x80U, 0x10000U, 0x1000000U, 0x100U}) color.SetValue(value);
   EXPECT_THAT(color.calls, ElementsAre(0, 1, 1, 1));
+  color.IsDirty(false);
+  color.SetValue(0x100);
+  EXPECT_EQ(color.calls.size(), 4U) << "told nothing of a value that is known";
 }
 
 // Counts its alerts.
@@ -41,7 +59,10 @@ struct Alert : tavParameterAlert {
 
 TEST(TavParameterAlert, AlertsOnEveryActiveWrite) {
   Alert alert;
-  for (const bool value : {true, true, false}) alert.SetValue(value);
+  alert.SetValue(128);
+  EXPECT_EQ(alert.GetValue(), 1) << "on is stored as 1";
+  alert.SetValue(1);
+  alert.SetValue(0);
   EXPECT_EQ(alert.alerts, 2);
 }
 
@@ -52,6 +73,20 @@ TEST(TavParameterAlert, AlertsOnZeroWhenItIsInverted) {
   EXPECT_EQ(alert.alerts, 0);
   alert.SetValue(0);
   EXPECT_EQ(alert.alerts, 1);
+}
+
+TEST(TavParameterAlert, SerializesWithItsMessageUnescaped) {
+  Alert alert;
+  alert.IsInverted(true);
+  EXPECT_TRUE(alert.IsInverted());
+  alert.SetFlags(0);
+  alert.SetSeverity(tavSeverity_Alarm);
+  alert.SetMessage(L"\u00E9<");
+  EXPECT_EQ(alert.SerializeParametersAsXml(),
+            "<flags>00000000</flags><value>1</value><invert>1</invert><severity>2</severity>"
+            "<message>\u00E9<</message>");
+  EXPECT_EQ(alert.GetSeverity(), tavSeverity_Alarm);
+  EXPECT_EQ(alert.GetMessage(), "\u00E9<");
 }
 
 }  // namespace

@@ -27,15 +27,29 @@ TEST(TavObject, TellsWhenADirtyObjectIsMadeClean) {
   EXPECT_EQ(object.notices, 1) << "not when all flags are replaced";
 }
 
-TEST(TavObject, WritesItsTextsWithoutEscaping) {
+TEST(TavObject, HasFlagsWhenAnyBitOfTheMaskIsSet) {
+  tavObject object;
+  object.AddFlags(0x0A);
+  object.RemoveFlags(0x08);
+  EXPECT_TRUE(object.HasFlags(0x06));
+  EXPECT_FALSE(object.HasFlags(0x0D));
+  EXPECT_EQ(object.GetFlags(), 2);
+}
+
+TEST(TavObject, DescribesItselfWithoutEscaping) {
   tavObject object;
   object.SetPrefix(L"p&");
   object.SetName(L"\u00E9\"<");
   object.SetSuffix(L"-s");
+  object.SetUniqueID(12);
+  object.SetFlags(0x41);
   EXPECT_EQ(object.SerializeAsXml(),
-            "<Object uid=\"0\" type=\"0\" name=\"\u00E9\"<\" pref=\"p&\" suff=\"-s\"><parameters>"
-            "<flags>00000000</flags></parameters></Object>");
+            "<Object uid=\"12\" type=\"0\" name=\"\u00E9\"<\" pref=\"p&\" suff=\"-s\"><parameters>"
+            "<flags>01000001</flags></parameters></Object>");
   EXPECT_EQ(object.ToString(), "p&\u00E9\"<-s.Object");
+  EXPECT_EQ(object.GetUniqueID(), 12U);
+  object.SetUserData(&object);
+  EXPECT_EQ(object.GetUserData(), &object);
 }
 
 }  // namespace

@@ -46,16 +46,10 @@ struct TavParameterThermoChronoWeek : testing::Test {
   Schedule schedule;
 };
 
-TEST_F(TavParameterThermoChronoWeek, AppliesTheNextHourASecondEarly) {
+TEST_F(TavParameterThermoChronoWeek, AppliesTheSameHourAgainAfterAFiringWithinTheSecondBeforeIt) {
   schedule.SetActive(1);
   PassTo(lead - seconds(1));
   EXPECT_THAT(schedule.applied, ElementsAre(SetPointOf(1, 10)));
-  PassTo(lead);
-  EXPECT_THAT(schedule.applied, ElementsAre(SetPointOf(1, 10), SetPointOf(1, 11)));
-}
-
-TEST_F(TavParameterThermoChronoWeek, AppliesTheSameHourAgainAfterAFiringWithinTheSecondBeforeIt) {
-  schedule.SetActive(1);
   PassTo(lead);
   PassTo(lead + hours(1) - seconds(1));
   PassTo(lead + hours(1));
@@ -66,6 +60,7 @@ TEST_F(TavParameterThermoChronoWeek, AppliesTheSameHourAgainAfterAFiringWithinTh
 
 TEST_F(TavParameterThermoChronoWeek, AppliesEveryHourOfAWeekOnceWithAnOffsetOfElevenHundredMilliseconds) {
   schedule.SetOffsetTime(1100);
+  EXPECT_EQ(schedule.GetOffsetTime(), 1100U);
   schedule.SetDataFromString("1");
   std::vector<float> everyHour{SetPointOf(1, 10)};
   for (int hour = 35; hour < 35 + 7 * 24; ++hour) {  // of the week, from Tuesday at 11 o'clock on
@@ -75,6 +70,18 @@ TEST_F(TavParameterThermoChronoWeek, AppliesEveryHourOfAWeekOnceWithAnOffsetOfEl
     for (int look = 0; look < 6; ++look) PassTo(begin + look * microseconds(1000700));
   }
   EXPECT_EQ(schedule.applied, everyHour);
+}
+
+TEST_F(TavParameterThermoChronoWeek, TellsTheSetPointsOfADay) {
+  float points[24] = {};
+  for (int day = 0; day < 7; ++day) {
+    schedule.GetDay(static_cast<Schedule::EDays>(2 << day), points);
+    for (int hour = 0; hour < 24; ++hour) EXPECT_EQ(points[hour], SetPointOf(day, hour)) << "day " << day;
+  }
+  for (const int noDay : {0, 1, 6, 256}) schedule.GetDay(static_cast<Schedule::EDays>(noDay), points);
+  EXPECT_EQ(points[0], SetPointOf(6, 0)) << "untouched";
+  // The record must be thrown: the null pointer would be written through.
+  ExpectUnlockedAfterThrow(schedule, [this] { schedule.GetDay(Schedule::Days_Monday, nullptr); });
 }
 
 TEST_F(TavParameterThermoChronoWeek, AppliesNothingWhileItIsOff) {

@@ -2,9 +2,14 @@
 
 #include <gmock/gmock.h>
 
+#include <functional>
 #include <semaphore>
+#include <stdexcept>
 
+#include "expect_report.h"
+#include "object_lock.h"
 #include "tav_parameterbyte.h"
+#include "tav_virtualitemparameter.h"
 #include "tav_virtualitemwait.h"
 #include "test_clock.h"
 
@@ -13,10 +18,12 @@ namespace {
 
 using std::chrono::milliseconds;
 using testing::ElementsAre;
+using testing::HasSubstr;
 
 constexpr unsigned char kSeven = 7;
 
-// A scene that is being built, with two parameters to set to 7. It notes what its hooks are told.
+// A scene that is being built, with two parameters to set to 7. It notes what its hooks are told, and then
+// does what the test wants.
 struct Scene : tavParameterVRScene {
   Scene() { BuildScene_Begin(); }
   ~Scene() override { delete_scene(); }
@@ -24,8 +31,12 @@ struct Scene : tavParameterVRScene {
   void OnParameterSet(tavIParameter* parameter) override {
     events.push_back((parameter == &first ? "first " : "second ") + parameter->ValueToString());
     hasSet.release();
+    onSet();
   }
-  void OnPlayFinish() override { events.push_back("finish at " + ValueToString()); }
+  void OnPlayFinish() override {
+    events.push_back("finish at " + ValueToString());
+    onFinish();
+  }
 
   tavEError AddSet(tavIParameter& target) { return BuildScene_AddSetParameter(&target, &kSeven, 1); }
 
@@ -44,6 +55,8 @@ struct Scene : tavParameterVRScene {
   tavParameterByte first;
   tavParameterByte second;
   std::vector<std::string> events;
+  std::function<void()> onSet = [] {};
+  std::function<void()> onFinish = [] {};
   std::counting_semaphore<> hasSet{0};
 };
 
@@ -57,6 +70,70 @@ TEST_F(TavParameterVRScene, PlaysTwoSettingsAtOnceInOrder) {
   scene.SetValue(1);
   EXPECT_THAT(scene.events, ElementsAre("second 7", "first 7", "finish at 0"));
   EXPECT_EQ(scene.GetValue(), 0);
+}
+
+TEST_F(TavParameterVRScene, NeedsAThreadToRepeatAPlayAndForMoreThanTwoSettings) {
+  scene.AddSet(scene.first);
+  scene.AddSet(scene.second);
+  scene.SetValue(9);
+  EXPECT_EQ(scene.GetValue(), 2);
+  EXPECT_THAT(scene.events, ElementsAre());
+  EXPECT_FALSE(scene.UseThread());
+  scene.AddSet(scene.first);
+  EXPECT_TRUE(scene.UseThread());
+}
+
+TEST_F(TavParameterVRScene, SerializesItsItemsWithTheirPresentValues) {
+  scene.second.SetUniqueID(42);
+  scene.second.SetValue(5);
+  scene.BuildScene_AddWait(500);
+  scene.AddSet(scene.second);
+  EXPECT_EQ(scene.SerializeParametersAsXml(),
+            "<flags>00000000</flags><value>0</value><scene><wait ms_time=\"500\"></wait>"
+            "<set id=\"42\" val=\"5\"></set></scene>");
+}
+
+TEST_F(TavParameterVRScene, IsNotPlayedAgainByThePlayThatIsUnderWay) {
+  scene.AddSet(scene.first);
+  scene.onFinish = [this] { scene.SetValue(1); };
+  scene.SetValue(1);
+  EXPECT_THAT(scene.events, ElementsAre("first 7", "finish at 0"));
+  EXPECT_EQ(scene.GetValue(), 1) << "a request that was missed, as one to a scene on a thread is";
+}
+
+TEST_F(TavParameterVRScene, MayBePlayedAgainAfterAHookThatThrows) {
+  scene.AddSet(scene.first);
+  scene.onSet = [] { throw std::runtime_error("hook"); };
+  EXPECT_THROW(scene.SetValue(1), std::runtime_error) << "on the thread that plays it at once";
+  EXPECT_TRUE(ObjectLock::IsFree(scene));
+  scene.onSet = [] {};
+  scene.SetValue(1);
+  EXPECT_THAT(scene.events, ElementsAre("first 7", "first 7", "finish at 0"));
+}
+
+// Deletes the items of the scene that executes it, itself among them.
+struct DeletingItem : tavVirtualItemParameter {
+  explicit DeletingItem(Scene& owner) : scene(owner) { SetParameter(&scene.second, &kSeven, 1); }
+  ~DeletingItem() override { scene.events.emplace_back("deleted"); }
+  unsigned int Execute() override {
+    scene.delete_scene();
+    return tavVirtualItemParameter::Execute();
+  }
+  Scene& scene;
+};
+
+TEST_F(TavParameterVRScene, KeepsTheExecutingItemToItsEndAndDropsTheRest) {
+  for (const bool onThread : {false, true}) {
+    scene.events.clear();
+    scene.BuildScene_Begin();
+    scene.add_as_last(new DeletingItem(scene));
+    scene.AddSet(scene.first);
+    if (onThread) scene.BuildScene_AddWait(10);
+    if (onThread) scene.BuildScene_End();
+    scene.Play(1);
+    scene.term_thread();  // waits for the play thread
+    EXPECT_THAT(scene.events, ElementsAre("second 7", "deleted")) << onThread;
+  }
 }
 
 // A wait of a minute in a scene, which tells when it has ended.
@@ -104,6 +181,25 @@ TEST_F(TavParameterVRSceneOnAThread, PlaysInOrderAndWaits) {
   EXPECT_THAT(scene.events, ElementsAre("first 7"));
   PassTheWait();
   EXPECT_THAT(scene.events, ElementsAre("first 7", "second 7", "finish at 0"));
+}
+
+TEST_F(TavParameterVRSceneOnAThread, RepeatsAPlay) {
+  PlayUpToTheWait(2);
+  PassTheWait();
+  EXPECT_THAT(scene.events, ElementsAre("first 7", "second 7", "first 7"));
+}
+
+TEST_F(TavParameterVRSceneOnAThread, GoesOnAfterHooksThatThrow) {
+  scene.onSet = [] { throw std::runtime_error("set"); };
+  scene.onFinish = [] { throw std::runtime_error("finish"); };
+  const std::string printed = CapturedOutput([this] {
+    PlayUpToTheWait(1);
+    PassTheWait();
+    PassThePause();
+    PlayUpToTheWait(1);
+  });
+  EXPECT_THAT(scene.events, ElementsAre("first 7", "second 7", "finish at 0", "first 7"));
+  EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: finish\n"));
 }
 
 TEST_F(TavParameterVRSceneOnAThread, EndsTheWaitAndThePlayWhenItIsStopped) {

@@ -37,6 +37,21 @@ TEST(TavTParameter, StoresBytesAndMarksChanges) {
   }
 }
 
+TEST(TavTParameter, KeepsStylesAndSettingsForTheProgram) {
+  tavParameterByte parameter;
+  parameter.SetUIStyle({"c", "c"});  // taken as it is
+  for (const char* style : {"a", "c", "a"}) parameter.AddUIStyle(style);
+  tavArray<tavString> styles{"old"};
+  parameter.GetUIStyle(&styles);
+  EXPECT_EQ(styles, (tavArray<tavString>{"c", "c", "a"}));
+  parameter.SetSettings("any");
+  tavString settings = "old";
+  parameter.GetSettings(&settings);
+  EXPECT_EQ(settings, "any");
+  parameter.GetUIStyle(nullptr);
+  parameter.GetSettings(nullptr);
+}
+
 // A text that drives a colour.
 struct TavTParameterLink : testing::Test {
   TavTParameterLink() {
@@ -75,6 +90,9 @@ TEST_F(TavTParameterLink, SetsTheTargetByTheFirstRuleThatHolds) {
   AddRule(tavCodeOperator_Greater, {0}, {8});
   EXPECT_EQ(TargetAfter("abc"), "0x04030201");
   EXPECT_EQ(driver.changes, 1);
+  EXPECT_EQ(TargetAfter("x"), "0x04030201") << "no rule holds";
+  EXPECT_EQ(driver.changes, 1);
+  EXPECT_EQ(driver.GetDrivenTarget(), &target);
 }
 
 TEST_F(TavTParameterLink, ClearsWhatAShorterValueDoesNotReach) {

@@ -1,6 +1,5 @@
 // The types whose value is a text.
-#include <gtest/gtest.h>
-
+#include "expect_report.h"
 #include "tav_parametercamera.h"
 #include "tav_parameterinfo.h"
 
@@ -16,6 +15,16 @@ struct TavParameterInfo : testing::Test {
   }
   tavParameterInfo info;
 };
+
+TEST_F(TavParameterInfo, IsDirtyAfterANewTextOnly) {
+  info.SetValue(L"\u00E9");
+  EXPECT_EQ(info.GetValue(), "\u00E9");
+  info.IsDirty(false);
+  info.SetValue("\u00E9");
+  EXPECT_FALSE(info.IsDirty());
+  Write("\u00E9", 3);
+  EXPECT_TRUE(info.IsDirty()) << "the zero is part of the text now";
+}
 
 TEST_F(TavParameterInfo, NeverBecomesEmptyAgain) {
   info.SetValue("abc");
@@ -51,10 +60,17 @@ TEST(TavParameterCamera, GivesAClientInALocalNetworkTheLocalUrl) {
   EXPECT_EQ(camera.GetUrl("192.168.10.1"), "far") << "a network is known by its whole prefix";
 }
 
-TEST(TavParameterCamera, MakesOneByteOfATextThatSetsIt) {
+TEST(TavParameterCamera, GivesEveryClientTheOnlyUrl) {
   tavParameterCamera camera;
-  camera.SetDataFromString("text");
-  EXPECT_EQ(camera.GetLocalUrl(), "\1");
+  camera.SetRemoteUrl(L"far");
+  camera.AddLocalNetwork("10.0.0");
+  EXPECT_EQ(camera.GetUrl("10.0.0.1"), "far");
+  EXPECT_EQ(camera.GetRemoteUrl(), "far");
+  camera.SetRemoteUrl("");
+  camera.SetLocalUrl("near");
+  EXPECT_EQ(camera.GetUrl("1.2.3.4"), "near");
+  ExpectReport({6, "tav_parametercamera", "GetUrl", "strIp is not valid ip! host"}, "",
+               [&] { return camera.GetUrl("host"); });
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 // The types that act on their own value after a time, under a clock that the test advances.
 #include <gmock/gmock.h>
 
+#include <stdexcept>
+
+#include "expect_report.h"
 #include "object_lock.h"
 #include "tav_parametershutter.h"
 #include "tav_parameterswitchrelease.h"
@@ -11,6 +14,7 @@ namespace {
 
 using std::chrono::milliseconds;
 using testing::AllOf;
+using testing::EndsWith;
 using testing::Ge;
 using testing::Le;
 
@@ -33,7 +37,9 @@ struct Shutter : tavParameterShutter {
     EXPECT_EQ(GetValue(), 2) << "told when it has stopped";
     EXPECT_TRUE(ObjectLock::BecomesFree(*this)) << "told without the lock";
     ++stops;
+    if (throws) throw std::runtime_error("no relay");
   }
+  bool throws = false;
   int stops = 0;
 };
 
@@ -57,6 +63,28 @@ TEST_F(TavParameterShutter, StopsAfterItsActionTime) {
   EXPECT_TRUE(shutter.IsChangedByCallBack());
   shutter.SetValue(2);
   EXPECT_FALSE(shutter.IsChangedByCallBack());
+  EXPECT_THAT(shutter.SerializeParametersAsXml(), EndsWith("<value>2</value><ms_time>2000</ms_time>"));
+}
+
+TEST_F(TavParameterShutter, TravelsAnewAfterAChangeOfDirectionOnly) {
+  shutter.SetActionTime(2000);
+  shutter.SetValue(0);
+  EXPECT_EQ(shutter.GetValue(), 1);
+  Pass(milliseconds(1500));
+  shutter.SetValue(9);
+  EXPECT_EQ(shutter.GetValue(), 3);
+  Pass(milliseconds(1500));
+  EXPECT_THAT(TravelOf(3), AllOf(Ge(500), Le(750))) << "not prolonged by the same command";
+}
+
+TEST_F(TavParameterShutter, StopsAtOnceWithoutAnActionTime) { EXPECT_THAT(TravelOf(3), Le(250)); }
+
+TEST_F(TavParameterShutter, StopsAgainAfterAHookThatThrows) {
+  shutter.throws = true;
+  const Report report{1, "tav_workerthread", "ReportCurrentException",
+                      "Exception on a parameter's thread: no relay"};
+  ExpectReport(report, [this] { TravelOf(1); });
+  ExpectReport(report, [this] { TravelOf(3); });
 }
 
 TEST_F(TavParameterShutter, StopsWhenTheCommandComesLongAfterItWasMade) {
@@ -100,12 +128,15 @@ TEST_F(TavParameterSwitchRelease, ReleasesToOneWhenItIsInverted) {
   Pass(milliseconds(1300));
   EXPECT_EQ(release.GetValue(), 1);
   EXPECT_EQ(release.releases, 1);
+  EXPECT_TRUE(release.IsInverted());
+  EXPECT_THAT(release.SerializeParametersAsXml(),
+              EndsWith("<value>1</value><invert>1</invert><ms_time>1000</ms_time>"));
 }
 
 TEST_F(TavParameterSwitchRelease, NeverReleasesAgainOnceItWasStopped) {
   SwitchRelease stopped;
   stopped.SetSafeTime(1000);
-  stopped.SetSafeTime(500);
+  stopped.SetSafeTime(999);
   stopped.SetSafeTime(3000);
   stopped.SetValue(1);
   release.SetSafeTime(1000);

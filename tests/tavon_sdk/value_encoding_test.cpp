@@ -41,6 +41,11 @@ TEST(ValueEncoding, OfOnOffTypesLooksAtTheLowEightBitsOfTheNumber) {
                {"4294967296", {1}}});  // reading stops at 2147483647
 }
 
+TEST(ValueEncoding, OfByteTypesKeepsTheLowEightBitsOfTheNumber) {
+  ExpectBytes({tavObject_ParameterByte, tavObject_ParameterVRScene},
+              {{"7", {7}}, {"511", {255}}, {"-2", {254}}, {"x", {0}}});
+}
+
 TEST(ValueEncoding, OfAShutterLimitsTheLowEightBitsToItsCommands) {
   ExpectBytes({tavObject_ParameterShutter},
               {{"0", {1}}, {"1", {1}}, {"2", {2}}, {"3", {3}}, {"9", {3}}, {"256", {1}}, {"260", {3}}});
@@ -64,11 +69,16 @@ TEST(ValueEncoding, OfASliderStopsAtItsEnds) {
                {"nan", {0, 0, 0xC0, 0x7F}}});
 }
 
+TEST(ValueEncoding, OfTextTypesIsTheText) {
+  ExpectBytes({tavObject_ParameterInfo, tavObject_ParameterCamera}, {{"h\u00E9", {'h', 0xC3, 0xA9}}});
+}
+
 TEST(ValueEncoding, OfAColourStartsBehindItsPrefix) {
   ExpectBytes({tavObject_ParameterColor},
               {{"0xFF8000", {0xFF, 0x80, 0, 0}},
                {"0X11223344", {0x11, 0x22, 0x33, 0x44}},
                {"0x1122334455", {0x11, 0x22, 0x33, 0x44}},
+               {"0x112", {0x11, 0, 0, 0}},
                {"#12345", {0, 0x23, 0x45, 0}},  // no prefix: it spoils the first pair
                {"aX01x02", {0x02, 0, 0, 0}}});  // a small x is looked for first
 }
@@ -91,6 +101,14 @@ TEST(ValueEncoding, OfAListReplacesTheSetPointsOfASchedule) {
   EXPECT_THAT(Bytes(schedule.begin(), schedule.begin() + 13),
               ElementsAre(1, 0, 0, 0xA4, 0x41, 0, 0, 0, 0, 0, 0, 0xA8, 0x41));
   EXPECT_THAT(Bytes(schedule.begin() + 13, schedule.end()), Each(0));
+}
+
+TEST(ValueEncoding, OfAScheduleDropsWhatComesAfterTheWeek) {
+  tavString list = "x";
+  for (int setPoint = 1; setPoint <= 200; ++setPoint) list += "," + tavString::FromInt(setPoint);
+  const Bytes schedule = Encode(tavObject_ParameterThermoChronoWeek, list);
+  ASSERT_EQ(schedule.size(), 673U);
+  EXPECT_THAT(Bytes(schedule.begin() + 669, schedule.end()), ElementsAre(0, 0, 0x28, 0x43)) << "168.0";
 }
 
 }  // namespace
