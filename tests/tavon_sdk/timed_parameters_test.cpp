@@ -1,9 +1,6 @@
 // The types that act on their own value after a time, under a clock that the test advances.
 #include <gmock/gmock.h>
 
-#include <stdexcept>
-
-#include "expect_report.h"
 #include "object_lock.h"
 #include "tav_parametershutter.h"
 #include "tav_parameterswitchrelease.h"
@@ -37,9 +34,7 @@ struct Shutter : tavParameterShutter {
     EXPECT_EQ(GetValue(), 2) << "told when it has stopped";
     EXPECT_TRUE(ObjectLock::BecomesFree(*this)) << "told without the lock";
     ++stops;
-    if (throws) throw std::runtime_error("no relay");
   }
-  bool throws = false;
   int stops = 0;
 };
 
@@ -78,14 +73,6 @@ TEST_F(TavParameterShutter, TravelsAnewAfterAChangeOfDirectionOnly) {
 }
 
 TEST_F(TavParameterShutter, StopsAtOnceWithoutAnActionTime) { EXPECT_THAT(TravelOf(3), Le(250)); }
-
-TEST_F(TavParameterShutter, StopsAgainAfterAHookThatThrows) {
-  shutter.throws = true;
-  const Report report{1, "tav_workerthread", "ReportCurrentException",
-                      "Exception on a parameter's thread: no relay"};
-  ExpectReport(report, [this] { TravelOf(1); });
-  ExpectReport(report, [this] { TravelOf(3); });
-}
 
 TEST_F(TavParameterShutter, StopsWhenTheCommandComesLongAfterItWasMade) {
   shutter.SetActionTime(2000);
