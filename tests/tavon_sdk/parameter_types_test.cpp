@@ -75,6 +75,10 @@ const Type kTypes[] = {
 static_assert(std::size(kTypes) == tavParameterTypes::Count, "every type has a row");
 
 struct ParameterTypes : testing::TestWithParam<Type> {
+  ParameterTypes() {
+    // Or its thread might stop it at any moment.
+    if (tavParameterShutter* shutter = parameter->GetParameterShutterPtr()) shutter->SetActionTime(3600000);
+  }
   const Type& type = GetParam();
   const std::unique_ptr<tavIParameter> parameter{tavParameterFactory::CreateByType(type.id)};
 };
