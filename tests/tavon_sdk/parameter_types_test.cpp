@@ -157,8 +157,6 @@ TEST_P(ParameterTypes, AreLeftLockedByAnInvalidWriteUnlessTheirValueIsAText) {
 }
 
 TEST_P(ParameterTypes, AreUsedByManyThreadsAtOnce) {
-  const std::unique_ptr<tavIParameter> target{tavParameterFactory::CreateByType(type.id)};
-  parameter->SetDrivenTarget(target.get());
   const auto use = [this] {
     for (int i = 0; i < 50; ++i) {
       parameter->SetDataFromString(i % 2 == 0 ? "0" : type.text);
@@ -194,6 +192,10 @@ TEST(ParameterComparison, HoldsForTheRightOperators) {
       // Whether numbers are equal is a matter of their bytes, on purpose.
       {tavObject_ParameterThermo, "0", "-0", {">=", "<=", "!="}},
       {tavObject_ParameterTuner, "nan", "nan", {"=="}},
+      // Texts are ordered by the size of the operand, which counts its zero.
+      {tavObject_ParameterInfo, "abc", "zz", {">=", "<=", "!="}},
+      {tavObject_ParameterInfo, "abc", "z", {">", ">=", "!="}},
+      {tavObject_ParameterInfo, "abc", "abc", {"<", "<=", "=="}},
       // There is no order of colours and schedules.
       {tavObject_ParameterColor, "0x01020304", "0x01020304", {"=="}},
       {tavObject_ParameterColor, "0x01020304", "0x01020305", {"!="}},

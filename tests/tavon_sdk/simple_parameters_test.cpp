@@ -120,14 +120,6 @@ TEST_F(TavParameterInfo, NeverBecomesEmptyAgain) {
   EXPECT_EQ(info.GetValue(), "abc");
 }
 
-TEST_F(TavParameterInfo, ComparesLengthsForOrder) {
-  info.SetValue("abc");
-  EXPECT_TRUE(Is(tavCodeOperator_Greater, "zz", 2));
-  EXPECT_FALSE(Is(tavCodeOperator_Greater, "aaa", 3));
-  EXPECT_TRUE(Is(tavCodeOperator_LessOrEqual, "aaa", 3));
-  EXPECT_TRUE(Is(tavCodeOperator_Less, "aaaa", 4));
-}
-
 TEST_F(TavParameterInfo, ComparesUpToTheZeroOfTheOperandForEquality) {
   info.SetValue("abc");
   EXPECT_TRUE(Is(tavCodeOperator_Equal, "abc", 1)) << "the size does not count";
