@@ -4,11 +4,10 @@
 
 #include "dro_string.h"
 #include "fuzz_input.h"
-#include "tav_commandline.h"
 #include "tav_string.h"
 
 // The operations of both string classes: search, replace, trim, split, case, scrambling, numbers and wide
-// text; and a command line that comes as one text.
+// text.
 //
 // Input: a position, '0' to heed letter case or '1' to ignore it, a base of numbers ('0' is 10, '1' is 16),
 // and three lines: a text, what is sought in it (also the separator, the characters to trim and the key), and
@@ -97,18 +96,6 @@ void CheckSplit(const Case& in) {
   Require(droPieces == nonEmpty, "droString::GetSplit");
 }
 
-// What is written in quotes is read as one argument.
-void CheckCommandLine(const std::string& text) {
-  tavString value;
-  tavon::tavCommandLine(text.c_str()).GetArgument("-val", &value);  // any text can be read
-  const std::string argument = text.substr(0, text.find_first_of({"\"\0", 2}));
-  if (argument.empty() || argument.find("  ") != kNotFound) return;  // blanks in a row are read as one
-  const tavon::tavCommandLine quoted((R"(ura_event ")" + argument + R"(" "the end")").c_str());
-  const bool isProgram = tavString(argument).IsEqualNoCase("ura_event");
-  Require(quoted.GetArgument(argument, &value), "a quoted argument is not found");
-  RequireEqual<std::string>(value, isProgram ? argument : "the end", "what follows a quoted argument");
-}
-
 // Both classes read the same number, each with its limits; and what is printed reads as the same number.
 void CheckNumbers(const Case& in) {
   const std::int64_t number = droString::AsLongLong(in.text, in.base);
@@ -165,7 +152,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   CheckEdits<tavString>(in);
   CheckEdits<droString>(in);
   CheckSplit(in);
-  CheckCommandLine(in.text);
   CheckNumbers(in);
   CheckWideText<tavString>(in);
   CheckWideText<droString>(in);

@@ -207,15 +207,4 @@ TEST(DroString, ReadsASerialNumberAsBytes) {
                [] { droString::SerialStringToData(nullptr, "1", ":"); });
 }
 
-TEST(DroString, KnowsItsCharacters) {
-  EXPECT_EQ(droString("a:b:").GetCharacterCount(':'), 2U);
-  for (const char digit : {'0', '9', 'a', 'f', 'A', 'F'}) EXPECT_TRUE(droString::IsHexChar(digit)) << digit;
-  for (const char other : {'/', ':', '@', 'G', '`', 'g'}) EXPECT_FALSE(droString::IsHexChar(other)) << other;
-}
-
-TEST(DroString, HasNumbersOfSixtyFourBits) {
-  EXPECT_EQ(droString::AsLongLong("-9000000000x", 10), -9000000000);
-  EXPECT_EQ(droString::FromLongLong(-9000000000), "-9000000000");
-}
-
 }  // namespace
