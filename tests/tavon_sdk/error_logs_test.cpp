@@ -97,13 +97,6 @@ TYPED_TEST(BothErrorLogs, CutTheFileToItsLastHalfUnlessThatIsLittle) {
   EXPECT_EQ(this->written, 16001U) << "half the limit; the entry after the cut is not counted";
 }
 
-TYPED_TEST(BothErrorLogs, KeepAllOfAFileThatIsShorterThanTheyCounted) {
-  this->written = 512000;
-  WriteFile(this->path, "short");
-  Log(this->failure);
-  EXPECT_EQ(ReadFile(this->path), "short" + this->text);
-}
-
 TYPED_TEST(BothErrorLogs, PassARecordOnUnlessItIsThrown) {
   static std::string shown;
   shown.clear();

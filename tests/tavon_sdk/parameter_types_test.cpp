@@ -151,8 +151,7 @@ TEST_P(ParameterTypes, AreLeftLockedByAnInvalidWriteUnlessTheirValueIsAText) {
       parameter->GetParameterInfoPtr() != nullptr || parameter->GetParameterCameraPtr() != nullptr;
   parameter->SetData(nullptr, 1, 1);
   parameter->SetData(parameter->GetData(), 0, 1);
-  EXPECT_EQ(ObjectLock::Release(*parameter), !isText);
-  EXPECT_EQ(ObjectLock::Release(*parameter), !isText) << "each of the writes has locked it once";
+  for (int writes = isText ? 0 : 2; writes > 0; --writes) EXPECT_TRUE(ObjectLock::Release(*parameter));
   EXPECT_TRUE(ObjectLock::BecomesFree(*parameter));
 }
 

@@ -9,7 +9,6 @@
 #include "expect_report.h"
 #include "object_lock.h"
 #include "tav_parameterbyte.h"
-#include "tav_virtualitemparameter.h"
 #include "tav_virtualitemwait.h"
 #include "test_clock.h"
 
@@ -111,28 +110,18 @@ TEST_F(TavParameterVRScene, MayBePlayedAgainAfterAHookThatThrows) {
   EXPECT_THAT(scene.events, ElementsAre("first 7", "first 7", "finish at 0"));
 }
 
-// Deletes the items of the scene that executes it, itself among them.
-struct DeletingItem : tavVirtualItemParameter {
-  explicit DeletingItem(Scene& owner) : scene(owner) { SetParameter(&scene.second, &kSeven, 1); }
-  ~DeletingItem() override { scene.events.emplace_back("deleted"); }
-  unsigned int Execute() override {
-    scene.delete_scene();
-    return tavVirtualItemParameter::Execute();
-  }
-  Scene& scene;
-};
-
-TEST_F(TavParameterVRScene, KeepsTheExecutingItemToItsEndAndDropsTheRest) {
+TEST_F(TavParameterVRScene, DropsTheRestOfAPlayWhenAHookDeletesItsItems) {
   for (const bool onThread : {false, true}) {
     scene.events.clear();
     scene.BuildScene_Begin();
-    scene.add_as_last(new DeletingItem(scene));
+    scene.AddSet(scene.second);
     scene.AddSet(scene.first);
     if (onThread) scene.BuildScene_AddWait(10);
     if (onThread) scene.BuildScene_End();
+    scene.onSet = [this] { scene.delete_scene(); };
     scene.Play(1);
     scene.term_thread();  // waits for the play thread
-    EXPECT_THAT(scene.events, ElementsAre("second 7", "deleted")) << onThread;
+    EXPECT_THAT(scene.events, ElementsAre("second 7")) << onThread;
   }
 }
 
