@@ -6,7 +6,6 @@
 
 #include "expect_report.h"
 #include "failing_allocation.h"
-#include "system_calls.h"
 #include "temporary_folder.h"
 
 using namespace dro;
@@ -15,6 +14,8 @@ using std::string_literals::operator""s;
 namespace {
 
 constexpr ReportsOf kFailure{"dro_osfile", 2};
+constexpr ReportsOf kNoMemory{"dro_osfile", 6};
+constexpr ReportsOf kInvalid{"dro_osfile", 7};
 
 struct DroOsFile : testing::Test {
   const TemporaryFolder folder;
@@ -76,18 +77,53 @@ TEST_F(DroOsFile, ClosedItReportsEveryOperation) {
   expect("Advance", 2, [&] { return file.Advance(0); });
 }
 
+TEST_F(DroOsFile, NullPointersAreReported) {
+  droOsFile file(path, "w+");
+  ExpectReport(kInvalid("Read", "o_pBuffer pointer == 0"), -1, [&] { return file.Read(nullptr, 1); });
+  ExpectReport(kInvalid("Write", "pBuffer pointer == 0"), -1, [&] { return file.Write(nullptr, 1); });
+  ExpectReport(kInvalid("ReadNextLine", "io_size pointer == 0"), false,
+               [&] { return file.ReadNextLine(nullptr); });
+  ExpectReport(kInvalid("GetFileSize", "io_size pointer == 0"), 7,
+               [&] { return droOsFile::GetFileSize(path, nullptr); });
+  ExpectReport(kInvalid("GetFileTextSource", "io_source pointer == 0"), 7,
+               [&] { return droOsFile::GetFileTextSource(path, nullptr); });
+}
+
 TEST_F(DroOsFile, HandleThatCannotBeClosedStaysInUse) {
   droOsFile file("/dev/full", "w");
-  file.WriteText("lost");
-  ExpectReport(kFailure("Close", "Can not close file handle"), 2, [&] { return file.Close(); });
-  file.WriteText("lost");
-  ExpectReports(
-      {kFailure("Close", "Can not close file handle"), kFailure("Open", "can not close the file handle")}, 2,
-      [&] { return file.Open(other, "w"); });
+  const Report cannotClose = kFailure("Close", "Can not close file handle");
+  ExpectReports({cannotClose, kFailure("Open", "can not close the file handle")}, 2, [&] {
+    file.WriteText("lost");
+    return file.Open(other, "w");
+  });
   dup2(fileno(droOsFile(path, "w")), fileno(file));  // now the disk has room
   EXPECT_EQ(file.WriteText("kept"), 4);
   EXPECT_EQ(file.Close(), droError_NoError);
   EXPECT_EQ(ReadFile(path), "kept");
+  const auto lose = [] { return droOsFile("/dev/full", "w").WriteText("lost"); };
+  ExpectReports({cannotClose, kFailure("~droOsFile", "can not close the file handle")}, 4, lose);
+  droError::Level = droLogLevel_Throw;
+  EXPECT_NO_THROW(lose()) << "the destructor";
+  droError::Level = droLogLevel_Console;
+}
+
+TEST_F(DroOsFile, IsWrittenReadAndAppendedTo) {
+  droOsFile file(path, "w+");
+  const unsigned char bytes[] = {'a', 0, 'b'};
+  EXPECT_EQ(file.Write(bytes, 3), 3);
+  EXPECT_EQ(droOsFile::AppendToFile(other, "%s%d", "n", 12), 3);
+  EXPECT_EQ(droOsFile::AppendToFile(other, "!"), 1);
+  EXPECT_EQ(ReadFile(other), "n12!");
+  rewind(file);
+  unsigned char read[4] = "---";
+  EXPECT_FALSE(file.IsEof());
+  EXPECT_EQ(file.Read(read, 4), 3);
+  EXPECT_TRUE(file.IsEof());
+  EXPECT_EQ(std::string(read, read + 3), "a\0b"s);
+  file.Close();
+  unsigned int size = 0;
+  EXPECT_EQ(droOsFile::GetFileSize(path, &size), droError_NoError);
+  EXPECT_EQ(size, 3U);
 }
 
 TEST_F(DroOsFile, IsReadAndCopiedWhole) {
@@ -115,12 +151,41 @@ TEST_F(DroOsFile, WholeFileOperationThatFailsIsOneReport) {
   EXPECT_EQ(text, "kept");
   ExpectReport(kFailure("AppendToFile", "Invalid file"), 2,
                [&] { return droOsFile::AppendToFile(none, "a"); });
+  droOsFile readOnly(path, "r");
+  ExpectReport(kFailure("WriteText", WithSystemError("can no write data to file", EBADF)), -1,
+               [&] { return readOnly.WriteText("a"); });
   ExpectReport(kFailure("CopyAndPaste", "Invalid copy file: " + none), 2,
                [&] { return droOsFile::CopyAndPaste(none, path); });
   ExpectReport(kFailure("CopyAndPaste", "Invalid paste file: " + none), 2,
                [&] { return droOsFile::CopyAndPaste(path, none); });
   ExpectReport(kFailure("CopyAndPaste", WithSystemError("Writing data to file paste: /dev/full", ENOSPC)), 2,
                [&] { return droOsFile::CopyAndPaste(path, "/dev/full"); });
+}
+
+TEST_F(DroOsFile, FileTooLargeForMemoryIsReported) {
+  WriteFile(path, std::string(100000, 'a'));
+  const auto shortage = FailingAllocation::OfAtLeast(100000);
+  droString text("kept");
+  ExpectReport(kNoMemory("CopyAndPaste", "pData == 0"), 6,
+               [&] { return droOsFile::CopyAndPaste(path, other); });
+  ExpectReport(kNoMemory("GetFileTextSource", "pData == 0"), 6,
+               [&] { return droOsFile::GetFileTextSource(path, &text); });
+  EXPECT_EQ(text, "kept");
+}
+
+// This one says that it has a page of memory, and has a few bytes.
+TEST_F(DroOsFile, FileThatIsShorterThanItsSizeIsReported) {
+  const std::string cpus = "/sys/devices/system/cpu/online";
+  const std::string counts = "result(" + std::to_string(ReadFile(cpus).size()) + ") != iLen(" +
+                             std::to_string(sysconf(_SC_PAGESIZE)) + ") Reading data from file ";
+  const std::string error = "\nStd Error 0 No error";
+  droString text("kept");
+  ExpectReport(kFailure("GetFileTextSource", counts + ": " + cpus + error), 2,
+               [&] { return droOsFile::GetFileTextSource(cpus, &text); });
+  EXPECT_EQ(text, "kept");
+  ExpectReport(kFailure("CopyAndPaste", counts + "copy: " + cpus + error), 2,
+               [&] { return droOsFile::CopyAndPaste(cpus, other); });
+  EXPECT_FALSE(std::filesystem::exists(other));
 }
 
 }  // namespace

@@ -53,4 +53,31 @@ TEST_F(DroOsFolder, NullPointersAreReported) {
                [&] { return droOsUtility::GetFolder(path, nullptr); });
 }
 
+TEST_F(DroOsFolder, ThatDoesNotOpenOrIsClosedIsReported) {
+  const std::string none = temporary.Path("none");
+  const Report noFolder = kFailure("open", WithSystemError("Can not open directory " + none, ENOENT));
+  ExpectReports({noFolder, kFailure("GetFolder", "Can not get folder " + none)}, 2,
+                [&] { return droOsUtility::GetFolder(none, &folder); });
+  ExpectReport(kFailure("GetNextFile", WithSystemError("Can not get next file", EBADF)), 2,
+               [&] { return folder.GetFirstFile(&entry); });
+  EXPECT_EQ(folder.close(), droError_NoError) << "there is nothing to close";
+}
+
+TEST_F(DroOsFolder, FailureToCloseIsReportedByEveryUserAndNeverThrownByTheDestructor) {
+  const auto failing = system_calls::closedir.ReplaceBy([](DIR* stream) {
+    system_calls::closedir.Real(stream);  // the system gives it up and says that it failed
+    errno = EIO;
+    return -1;
+  });
+  const Report cannotClose = kFailure("close", WithSystemError("Can not close directory " + path, EIO));
+  folder.open(path);
+  ExpectReports({cannotClose, kFailure("open", "can not close directory ")}, 2,
+                [&] { return folder.open(path); });
+  const auto leave = [&] { return droOsUtility::Folder().open(path); };
+  ExpectReports({cannotClose, kFailure("~Folder", "can not close directory ")}, 0, leave);
+  droError::Level = droLogLevel_Throw;
+  EXPECT_NO_THROW(leave());
+  droError::Level = droLogLevel_Console;
+}
+
 }  // namespace

@@ -3,11 +3,14 @@
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <cerrno>
+#include <functional>
 #include <utility>
 
+#include "emulation.h"
 #include "expect_report.h"
 #include "system_calls.h"
 
@@ -81,6 +84,12 @@ TEST_F(DroOsUdpSocketAway, WakeOnLanBroadcastsTheMagicPacket) {
   EXPECT_EQ(droOsUdpSocket::WakeOnLan(kMac, 9), droError_NoError);
   EXPECT_EQ(datagram, packet);
   EXPECT_EQ(destination, "255.255.255.255:9");
+  const auto cutting = system_calls::sendto.Returns(101);
+  ExpectReport({.code = 2,
+                .source = "dro_osudpsocket",
+                .function = "WakeOnLan",
+                .message = "can not send all packet data"},
+               2, [] { return droOsUdpSocket::WakeOnLan(kMac, 9); });
 }
 
 // A socket that receives what it sends.
@@ -130,17 +139,54 @@ TEST_F(DroOsUdpSocketHere, InterruptedTransferOfNothingIsNotRepeatedOnPurpose) {
   ExpectReport(kWarning("Send", "Std EINTR error continue..."), -1, [&] { return socket.Send("", 0); });
 }
 
-TEST(DroOsUdpSocket, IsRefusedWithoutDescriptor) {
-  droOsUdpSocket none(static_cast<droEOsSocketType>(5));
+TEST_F(DroOsUdpSocketHere, TakesOverWhatIsSet) {
+  EXPECT_EQ(socket.GetType(), droOsSocketType_Udp);
+  EXPECT_TRUE(socket.SetReceiveTimeOut(1500));
+  EXPECT_GE(socket.GetReceiveTimeOut(), 1500U);
+  EXPECT_LT(socket.GetReceiveTimeOut(), 1600U) << "the kernel rounds up";
+  EXPECT_TRUE(socket.SetSendTimeOut(20));
+  EXPECT_GE(socket.GetSendTimeOut(), 20U);
+  EXPECT_LT(socket.GetSendTimeOut(), 120U);
+  EXPECT_EQ(socket.Receive(buffer, 7, nullptr, nullptr), -2) << "nothing came within 1.5 seconds";
+  EXPECT_TRUE(socket.SetBroadcast(true));
+  EXPECT_GT(socket.GetMaxMessageSize(), 0U);
+}
+
+TEST_F(DroOsUdpSocketHere, IsReadyBeyondTheEndOfAnFdSet) {
+  if (kIsEmulated) GTEST_SKIP() << "qemu knows sets of FD_SETSIZE descriptors only";
+  const rlimit limit{4096, 4096};
+  setrlimit(RLIMIT_NOFILE, &limit);
+  droOsUdpSocket high(droOsSocketType_Udp, fcntl(descriptor, F_DUPFD, FD_SETSIZE * 2));
+  EXPECT_TRUE(high.IsReadyToSend(10000));
+}
+
+using Socket = droOsUdpSocket;
+
+// What every operation on the socket itself says when the socket is none.
+TEST(DroOsUdpSocket, IsReportedByEveryUseWithoutDescriptor) {
+  Socket none(static_cast<droEOsSocketType>(5));
+  EXPECT_EQ(none.GetType(), 5);
   EXPECT_FALSE(none.IsValid());
-  ExpectReport(kFailure("Send", "Socket is invalid."), -1, [&] { return none.Send("x", 1); });
-  ExpectReport(kFailure("Receive", "Socket is invalid"), -1,
-               [&] { return none.Receive(nullptr, 0, {}, {}); });
-  ExpectReport(kFailure("SetBroadcast", "Socket is invalid."), false,
-               [&] { return none.SetBroadcast(true); });
-  ExpectReport(kFailure("GetSendTimeOut", "Socket is invalid."), 0U, [&] { return none.GetSendTimeOut(); });
-  ExpectReport(kFailure("IsReadyToSend", "Socket is not valid."), false,
-               [&] { return none.IsReadyToSend(0); });
+  const struct {
+    const char* function;
+    const char* message;
+    long result;
+    std::function<long()> use;
+  } cases[] = {
+      {"Send", "Socket is invalid.", -1, [&] { return none.Send("x", 1); }},
+      {"Receive", "Socket is invalid", -1, [&] { return none.Receive(nullptr, 0, nullptr, nullptr); }},
+      {"SetBroadcast", "Socket is invalid.", 0, [&] { return none.SetBroadcast(true); }},
+      {"SetReceiveTimeOut", "Socket is invalid.", 0, [&] { return none.SetReceiveTimeOut(1); }},
+      {"GetReceiveTimeOut", "Socket is invalid.", 0, [&] { return none.GetReceiveTimeOut(); }},
+      {"SetSendTimeOut", "Socket is invalid.", 0, [&] { return none.SetSendTimeOut(1); }},
+      {"GetSendTimeOut", "Socket is invalid.", 0, [&] { return none.GetSendTimeOut(); }},
+      {"GetMaxMessageSize", "Socket is invalid.", 0, [&] { return none.GetMaxMessageSize(); }},
+      {"IsReadyToReceive", "Socket is not valid.", 0, [&] { return none.IsReadyToReceive(0); }},
+      {"IsReadyToSend", "Socket is not valid.", 0, [&] { return none.IsReadyToSend(0); }},
+      {"droOsUdpSocket", "Socket is invalid", 0, [] { return Socket(droOsSocketType_Udp, 0).IsValid(); }},
+  };
+  for (const auto& c : cases) ExpectReport(kFailure(c.function, c.message), c.result, c.use);
+  EXPECT_EQ(none.Close(), droError_NoError);
 }
 
 TEST(DroOsUdpSocket, DescriptorZeroStaysTakenSoThatTheNextResetSucceeds) {
@@ -159,15 +205,36 @@ TEST(DroOsUdpSocket, DescriptorZeroStaysTakenSoThatTheNextResetSucceeds) {
 
 // -1 is what a failed attempt to open a socket leaves.
 TEST(DroOsUdpSocket, FailedDescriptorCountsAsValidOnPurposeAndIsReportedByItsUse) {
-  droOsUdpSocket failed(droOsSocketType_Udp, -1);
+  Socket failed(droOsSocketType_Udp, -1);
   EXPECT_TRUE(failed.IsValid());
-  ExpectReport(SystemFailure("SetBroadcast", "setsockopt(...) failed", EBADF), false,
-               [&] { return failed.SetBroadcast(true); });
-  ExpectReport(SystemFailure("GetMaxMessageSize", "getsockopt(...) failed", EBADF), 0U,
-               [&] { return failed.GetMaxMessageSize(); });
-  ExpectReport(SystemFailure("IsReadyToReceive", "select(...) failed", EBADF), false,
-               [&] { return failed.IsReadyToReceive(0); });
-  CapturedOutput([&] { failed.Close(); });
+  const struct {
+    const char* function;
+    const char* message;
+    long result;
+    std::function<long()> use;
+  } cases[] = {
+      {"Send", "send error", -1, [&] { return failed.Send("x", 1); }},
+      {"Receive", "recv error", -1, [&] { return failed.Receive(nullptr, 0, nullptr, nullptr); }},
+      {"SetBroadcast", "setsockopt(...) failed", 0, [&] { return failed.SetBroadcast(true); }},
+      {"GetMaxMessageSize", "getsockopt(...) failed", 0, [&] { return failed.GetMaxMessageSize(); }},
+      {"IsReadyToReceive", "select(...) failed", 0, [&] { return failed.IsReadyToReceive(0); }},
+  };
+  for (const auto& c : cases) ExpectReport(SystemFailure(c.function, c.message, EBADF), c.result, c.use);
+  ExpectReports(
+      {SystemFailure("Close", "shutdown(...) failed", EBADF),
+       SystemFailure("Close", "close(...) failed", EBADF), kFailure("Reset", "Can not close socket")},
+      10, [&] { return failed.Reset(); });
+  EXPECT_FALSE(failed.IsValid());
+}
+
+TEST(DroOsUdpSocket, DestructorReportsAndNeverThrows) {
+  const auto leave = [] { return Socket(droOsSocketType_Udp, open("/dev/null", O_RDONLY)).IsValid(); };
+  ExpectReports({SystemFailure("Close", "shutdown(...) failed", ENOTSOCK),
+                 kFailure("~droOsUdpSocket", "Can not close socket")},
+                true, leave);
+  droError::Level = droLogLevel_Throw;
+  EXPECT_NO_THROW(leave());
+  droError::Level = droLogLevel_Console;
 }
 
 }  // namespace

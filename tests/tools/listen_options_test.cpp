@@ -15,13 +15,16 @@ TEST(ListenOptions, WithoutMemoryForTheParameterEndTheProgram) {
     SCOPED_TRACE(count);
     ListenOptions options;
     std::optional<int> status = EXIT_FAILURE;  // what main makes of an exception
-    const OutputCapture reports;
-    const auto shortage = FailingAllocation::After(count);
-    try {
-      status = ReadListenOptions(3, arguments, options);
-    } catch (const std::bad_alloc&) {
-    }
-    if (!shortage.HasHappened()) break;
+    bool hasHappened = false;
+    CapturedOutput([&] {
+      const auto shortage = FailingAllocation::After(count);
+      try {
+        status = ReadListenOptions(3, arguments, options);
+      } catch (const std::bad_alloc&) {
+      }
+      hasHappened = shortage.HasHappened();
+    });
+    if (!hasHappened) break;
     EXPECT_EQ(status.value_or(EXIT_SUCCESS), options.parameter ? EXIT_SUCCESS : EXIT_FAILURE);
   }
 }

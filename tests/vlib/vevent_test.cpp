@@ -2,12 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <functional>
 #include <future>
 #include <memory>
 
+#include "failing_allocation.h"
+#include "system_calls.h"
 #include "test_clock.h"
-#include "vtime.h"
 
 using namespace std::chrono_literals;
 
@@ -19,9 +21,13 @@ TEST(VEvent, StaysSignalledUntilReset) {
   EXPECT_TRUE(event.Signal());
   EXPECT_TRUE(event.Wait(0));
   EXPECT_FALSE(event.Signal()) << "it is";
-  EXPECT_TRUE(event.Wait(0));
+  EXPECT_TRUE(event.Wait());
+  EXPECT_TRUE(event.WaitUntil(1000));
   event.Reset();
   EXPECT_FALSE(event.Wait(0));
+  // On purpose: 32 bits of milliseconds name a moment in 1970.
+  EXPECT_FALSE(event.WaitUntil(0xFFFFFFFF));
+  EXPECT_EQ(event.WaitUntilRet(0xFFFFFFFF), 110);
 }
 
 TEST(VEvent, WaitEndsNeitherEarlierNorLaterThanAsked) {
@@ -82,16 +88,33 @@ TEST(VEvent, MayGoAsSoonAsItsSleeperIsAwake) {
   }
 }
 
-TEST(VEvent, MayBeSignalledAndResetAtAnyMomentOfAWait) {
-  VEvent event;
-  const auto waiter = std::async(std::launch::async, [&] {
-    for (int signals = 0; signals < 1000;) signals += event.Wait() ? 1 : 0;
-    for (int signals = 0; signals < 1000;) signals += event.WaitRet(0, 20) == 0 ? 1 : 0;
-  });
-  while (waiter.wait_for(0s) != std::future_status::ready) {
-    event.Signal();
+TEST(VEvent, WithoutMemoryOrLockIsNotInited) {
+  const auto expectNone = [](VEvent& event) {
+    EXPECT_FALSE(event.EventInited());
+    EXPECT_FALSE(event.Signal());
+    EXPECT_FALSE(event.Wait());
+    EXPECT_EQ(event.WaitRet(60000), 111);
     event.Reset();
+  };
+  const auto noLock = system_calls::pthread_mutex_init.Returns(EAGAIN);
+  VEvent withoutLock;
+  expectNone(withoutLock);
+  const auto shortage = FailingAllocation::After(0);
+  VEvent withoutMemory;
+  expectNone(withoutMemory);
+}
+
+TEST(VEvent, ThatCannotWakeAnybodyHoldsWaitersBackUntilReset) {
+  VEvent event;
+  {
+    const auto broken = system_calls::pthread_cond_signal.Returns(EINVAL);
+    EXPECT_FALSE(event.Signal());
   }
+  auto waiter = std::async(std::launch::async, [&event] { return event.Wait(0); });
+  EXPECT_EQ(waiter.wait_for(50ms), std::future_status::timeout);
+  event.Reset();
+  EXPECT_TRUE(waiter.get()) << "it came to a signalled event";
+  EXPECT_FALSE(event.Wait(0));
 }
 
 }  // namespace

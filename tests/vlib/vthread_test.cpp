@@ -4,6 +4,7 @@
 
 #include <atomic>
 #include <cerrno>
+#include <csignal>
 #include <future>
 #include <thread>
 
@@ -72,8 +73,16 @@ TEST(VThread, StopOfAHeldThreadWaitsUntilAnotherLetsItGo) {
   EXPECT_TRUE(hasWorked);
 }
 
-TEST(VThread, EveryWaitEndsAtAStop) {
-  const auto work = [](VThread* self, void*) {
+TEST(VThread, EveryWaitLetsTheWorkGoOnUntilAStop) {
+  RunToItsEnd([](VThread* self, void*) {
+    EXPECT_TRUE(self->WaitContinue(1));
+    EXPECT_TRUE(self->WaitContinue(0, 1));
+    EXPECT_TRUE(self->WaitContinueUntil(1));
+    EXPECT_TRUE(self->WaitContinueUntil(1, 0));
+    EXPECT_EQ(self->WaitContinueRet(1), 110);
+    EXPECT_EQ(self->WaitContinueRet(0, 1), 110);
+    EXPECT_EQ(self->WaitContinueUntilRet(1), 110);
+    EXPECT_EQ(self->WaitContinueUntilRet(1, 0), 110);
     self->Stop();  // only asks, for the work cannot wait for its own end
     EXPECT_FALSE(self->WaitContinue(60000));
     EXPECT_FALSE(self->WaitContinue(60, 0));
@@ -83,8 +92,7 @@ TEST(VThread, EveryWaitEndsAtAStop) {
     EXPECT_EQ(self->WaitContinueRet(60, 0), 0);
     EXPECT_EQ(self->WaitContinueUntilRet(1), 0);
     EXPECT_EQ(self->WaitContinueUntilRet(0xFFFFFFFF, 0), 0);
-  };
-  RunToItsEnd(work);
+  });
 }
 
 TEST(VThread, CannotBeStartedAnewByItsOwnWork) {
@@ -97,12 +105,41 @@ TEST(VThread, TellsWhyItDoesNotStart) {
   EXPECT_EQ(working.thread.Start2(1), EINVAL) << "a stack of one byte";
   const auto noThreads = system_calls::pthread_attr_setstacksize.Returns(EAGAIN);
   EXPECT_EQ(working.thread.Start2(kStackSize), EAGAIN);
+  const auto noMutex = system_calls::pthread_mutex_init.Returns(EAGAIN);
+  EXPECT_EQ(WorkingThread().thread.Start2(0), ENOMEM) << "it could not be stopped";
 }
 
-TEST(VThread, SleepOfMillisecondsWrapsAt32BitsOfMicroseconds) {
+TEST(VThread, SleepLastsAsLongAsAskedWithin32BitsOfMicroseconds) {
   const unsigned long long begin = VTime::TimeUS();
   VThread::SleepM(4294988);  // 72 minutes, on purpose: 20 milliseconds
-  EXPECT_GE(VTime::TimeUS() - begin, 20000U);
+  VThread::SleepU(10000);
+  EXPECT_GE(VTime::TimeUS() - begin, 30000U);
+}
+
+TEST(VThread, KillInterruptsItsThread) {
+  static std::atomic<unsigned long> interrupted{0};
+  signal(SIGINT, [](int) { interrupted = VThread::GetCurrentThreadID(); });
+  WorkingThread working;
+  EXPECT_EQ(working.thread.Kill(), 0) << "there is none";
+  EXPECT_EQ(interrupted, 0U);
+  working.Start();
+  EXPECT_EQ(working.thread.Kill(), 0);
+  Until([&] { return interrupted == working.thread.GetThreadHandle(); });
+  signal(SIGINT, SIG_DFL);
+}
+
+TEST(VThread, AutoReleaseObjectIsOnlyAskedToStopAndFreesItself) {
+  static std::atomic<bool> mayEnd{false}, hasEnded{false};
+  const auto work = [](VThread*, void*) {
+    Until([] { return mayEnd.load(); });
+    hasEnded = true;
+  };
+  auto* const thread = new VThread(work, nullptr, false);
+  thread->SetAutoRelease(true);
+  thread->Start(kStackSize);
+  thread->Stop();
+  mayEnd = true;
+  Until([] { return hasEnded.load(); });
 }
 
 TEST(VThread, LetsAnyThreadCallAnyOperation) {

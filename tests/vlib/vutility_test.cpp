@@ -1,9 +1,11 @@
 #include "vutility.h"
 
 #include <gtest/gtest.h>
+#include <utf8.h>
 
 #include <clocale>
 #include <filesystem>
+#include <memory>
 
 #include "temporary_folder.h"
 
@@ -27,6 +29,24 @@ TEST(VUtility, TakesPathsApart) {
   }
 }
 
+TEST(VUtility, TakesPathsApartAtAnyDelimiter) {
+  EXPECT_EQ(VUtility::ExtractFilePath("a::b::c", "::"), "a::b");
+  EXPECT_EQ(VUtility::ExtractFileName("a::b::c", "::"), ":c") << "one character is skipped, on purpose";
+  EXPECT_EQ(VUtility::ExtractFilePath("a/b", ""), "");
+  EXPECT_EQ(VUtility::ExtractFileName("a/b", ""), "");
+}
+
+TEST(VUtility, EndsAPathWithItsDelimiter) {
+  EXPECT_EQ(VUtility::IncludePathDelimiter("dir"), "dir/");
+  EXPECT_EQ(VUtility::IncludePathDelimiter("dir/"), "dir/");
+  EXPECT_EQ(VUtility::IncludePathDelimiter(""), "");
+}
+
+TEST(VUtility, TrimsSpacesOnly) {
+  EXPECT_EQ(VUtility::TrimString("  \ta b\n "), "\ta b\n");
+  EXPECT_EQ(VUtility::TrimString("   "), "");
+}
+
 struct VUtilityLocale : testing::Test {
   VUtilityLocale() { EXPECT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr); }
   ~VUtilityLocale() override { std::setlocale(LC_CTYPE, "C"); }
@@ -35,6 +55,36 @@ struct VUtilityLocale : testing::Test {
 TEST_F(VUtilityLocale, DecidesHowTextIsConverted) {
   EXPECT_EQ(VUtility::StringToWideString("\xE2\x82\xAC z"), L"\u20AC z");
   EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "a\xE2\x82\xAC");
+  EXPECT_EQ(VUtility::StringToWideString("a\xFF"), L"") << "which it does not know";
+  std::setlocale(LC_CTYPE, "C");
+  EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "");
+}
+
+TEST_F(VUtilityLocale, DecidesTheCaseOfLetters) {
+  EXPECT_EQ(VUtility::ToUpperCase(std::wstring(L"h\u00E9[")), L"H\u00C9[");
+  EXPECT_EQ(VUtility::ToLowerCase(std::wstring(L"H\u00C9[")), L"h\u00E9[");
+  EXPECT_EQ(VUtility::ToUpperCase(std::string("h[z")), "H[Z");
+  EXPECT_EQ(VUtility::ToLowerCase(std::string("H[Z")), "h[z");
+}
+
+TEST(VUtility, ConvertsUtf8InAnyLocale) {
+  EXPECT_EQ(VUtility::UTF8ToWideString("\xE2\x82\xAC z"), L"\u20AC z");
+  const std::unique_ptr<char[]> narrow(VUtility::WideCharToUTF8(L"\U0001F600\u20AC"));
+  EXPECT_STREQ(narrow.get(), "\xF0\x9F\x98\x80\xE2\x82\xAC");
+  const std::unique_ptr<wchar_t[]> wide(VUtility::UTF8ToWideChar(narrow.get()));
+  EXPECT_STREQ(wide.get(), L"\U0001F600\u20AC");
+  EXPECT_THROW(VUtility::UTF8ToWideChar("\xC3("), utf8::invalid_utf8);
+  EXPECT_THROW(VUtility::WideCharToUTF8(L"\x110000"), utf8::invalid_code_point);
+}
+
+TEST(VUtility, NullTextIsNoText) {
+  EXPECT_EQ(VUtility::StringToWideChar(nullptr), nullptr);
+  EXPECT_EQ(VUtility::StringToWideString(nullptr), L"");
+  EXPECT_EQ(VUtility::UTF8ToWideChar(nullptr), nullptr);
+  EXPECT_EQ(VUtility::UTF8ToWideString(nullptr), L"");
+  EXPECT_EQ(VUtility::WideCharToUTF8(nullptr), nullptr);
+  EXPECT_THROW(VUtility::WideCharToString(nullptr), std::logic_error);
+  VUtility::ToLowerCase(static_cast<char*>(nullptr));
 }
 
 struct VUtilityFiles : testing::Test {
@@ -53,18 +103,53 @@ TEST_F(VUtilityFiles, CopyHasTheSameContents) {
   }
 }
 
-TEST_F(VUtilityFiles, CopyFailsOnADiskThatTurnsOutFullAtTheEnd) {
-  WriteFile(source, "x");
-  EXPECT_FALSE(VUtility::CpFile(source, "/dev/full", true));
+TEST_F(VUtilityFiles, CopyKeepsATargetThatMayNotBeOverwritten) {
+  WriteFile(source, "new");
+  EXPECT_TRUE(VUtility::CpFile(source, target, false)) << "there is none yet";
+  WriteFile(target, "old");
+  EXPECT_FALSE(VUtility::CpFile(source, target, false));
+  EXPECT_EQ(ReadFile(target), "old");
 }
 
-TEST_F(VUtilityFiles, RemovesLinksInAFolderAndNotWhereTheyLead) {
-  VUtility::CreateDir(source, false);
+TEST_F(VUtilityFiles, CopyFailsWithoutSourceTargetOrRoom) {
+  WriteFile(source, "x");
+  EXPECT_FALSE(VUtility::CpFile(source, "/dev/full", true));
+  EXPECT_FALSE(VUtility::CpFile(folder.Path("none"), target, true));
+  EXPECT_FALSE(VUtility::CpFile(source, folder.Path("none/target"), true));
+}
+
+TEST_F(VUtilityFiles, RemovesAFolderWithAllThatIsInItButNotWhereLinksLead) {
+  std::filesystem::create_directories(target + "/a/b");
+  WriteFile(target + "/a/b/file", "");
+  EXPECT_TRUE(VUtility::CreateDir(source, false));
+  EXPECT_FALSE(VUtility::CreateDir(source, false)) << "it is there";
   WriteFile(source + "/file", "kept");
-  VUtility::CreateDir(target, false);
   std::filesystem::create_directory_symlink(source, target + "/link");
+  EXPECT_TRUE(VUtility::RemoveDir(target, false));
+  EXPECT_TRUE(std::filesystem::is_empty(target));
   EXPECT_TRUE(VUtility::RemoveDir(target, true));
+  EXPECT_FALSE(VUtility::DirectoryExists(target));
   EXPECT_EQ(ReadFile(source + "/file"), "kept");
+  EXPECT_FALSE(VUtility::RemoveDir(target, true)) << "it is gone";
+}
+
+TEST_F(VUtilityFiles, ALogGrowsByTheTextAsItIs) {
+  EXPECT_TRUE(VUtility::LogFile(target, "a"));
+  EXPECT_TRUE(VUtility::LogFile(target, "b\n"));
+  EXPECT_EQ(ReadFile(target), "ab\n");
+  EXPECT_FALSE(VUtility::LogFile(folder.Path("none/log"), "a"));
+  EXPECT_TRUE(VUtility::DelFile(target));
+  EXPECT_FALSE(VUtility::FileExists(target));
+}
+
+TEST_F(VUtilityFiles, CurrentFolderIsWhereRelativePathsStart) {
+  const std::string before = VUtility::GetCurrentDir();
+  EXPECT_TRUE(VUtility::SetCurrentDir(folder.Path("")));
+  WriteFile("file", "");
+  EXPECT_EQ(VUtility::DirList(""), ".\n..\nfile\n");
+  EXPECT_TRUE(VUtility::FileExists(VUtility::GetCurrentDir() + "/file"));
+  EXPECT_FALSE(VUtility::SetCurrentDir(folder.Path("none")));
+  EXPECT_TRUE(VUtility::SetCurrentDir(before));
 }
 
 TEST_F(VUtilityFiles, ListsAFolderByName) {
