@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 
 #include <filesystem>
-
-#include "expect_report.h"
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -60,17 +60,6 @@ TEST(Application, TakesWhateverFollowsAnOptionAsItsValue) {
   EXPECT_EQ(application.Value, "5");
   EXPECT_EQ(application.Type, "-p");
   EXPECT_EQ(application.Password, "") << "present, with nothing behind it";
-}
-
-// On purpose: only the type is cleared before its option is looked for.
-TEST(Application, KeepsItsValueWhenItIsUsedAgainWithoutOne) {
-  TestedApplication application;
-  ASSERT_EQ(application.Start({"ura_event", "-id", "1", "-val", "v", "-type", "t"}), 0U);
-  ExpectReport({.code = 6, .source = "Application", .function = "Init", .message = "-val must be specified."},
-               6U, [&] {
-                 return application.Start({"ura_event", "-id", "1", "-type", "t"});
-               });
-  EXPECT_EQ(application.Value, "v");
 }
 
 TEST(Application, MakesThePathOfItsProgramAbsolute) {

@@ -162,17 +162,19 @@ TEST_F(DroOsUdpSocketHere, IsReadyBeyondTheEndOfAnFdSet) {
 
 using Socket = droOsUdpSocket;
 
-// What every operation on the socket itself says when the socket is none.
+// A use of a socket that cannot be used, and what it says and gives.
+struct UseCase {
+  const char* function;
+  const char* message;
+  long result;
+  std::function<long()> use;
+};
+
 TEST(DroOsUdpSocket, IsReportedByEveryUseWithoutDescriptor) {
   Socket none(static_cast<droEOsSocketType>(5));
   EXPECT_EQ(none.GetType(), 5);
   EXPECT_FALSE(none.IsValid());
-  const struct {
-    const char* function;
-    const char* message;
-    long result;
-    std::function<long()> use;
-  } cases[] = {
+  const UseCase cases[] = {
       {"Send", "Socket is invalid.", -1, [&] { return none.Send("x", 1); }},
       {"Receive", "Socket is invalid", -1, [&] { return none.Receive(nullptr, 0, nullptr, nullptr); }},
       {"SetBroadcast", "Socket is invalid.", 0, [&] { return none.SetBroadcast(true); }},
@@ -189,30 +191,11 @@ TEST(DroOsUdpSocket, IsReportedByEveryUseWithoutDescriptor) {
   EXPECT_EQ(none.Close(), droError_NoError);
 }
 
-TEST(DroOsUdpSocket, DescriptorZeroStaysTakenSoThatTheNextResetSucceeds) {
-  const int standardInput = dup(0);
-  droOsUdpSocket socket(droOsSocketType_Udp);
-  ExpectReport(kFailure("Reset", "Can not create socket"), 10, [&] {
-    close(0);
-    return socket.Reset();
-  });
-  EXPECT_FALSE(socket.IsValid());
-  EXPECT_EQ(socket.Reset(), droError_NoError);
-  EXPECT_TRUE(socket.IsValid());
-  dup2(standardInput, 0);
-  close(standardInput);
-}
-
 // -1 is what a failed attempt to open a socket leaves.
 TEST(DroOsUdpSocket, FailedDescriptorCountsAsValidOnPurposeAndIsReportedByItsUse) {
   Socket failed(droOsSocketType_Udp, -1);
   EXPECT_TRUE(failed.IsValid());
-  const struct {
-    const char* function;
-    const char* message;
-    long result;
-    std::function<long()> use;
-  } cases[] = {
+  const UseCase cases[] = {
       {"Send", "send error", -1, [&] { return failed.Send("x", 1); }},
       {"Receive", "recv error", -1, [&] { return failed.Receive(nullptr, 0, nullptr, nullptr); }},
       {"SetBroadcast", "setsockopt(...) failed", 0, [&] { return failed.SetBroadcast(true); }},

@@ -1,8 +1,9 @@
 #include <gmock/gmock.h>
 #include <sys/resource.h>
 
+#include <csignal>
+
 #include "dro_osudpsocket.h"
-#include "emulation.h"
 #include "loopback_receiver.h"
 #include "program_run.h"
 #include "ura_version.h"
@@ -38,28 +39,23 @@ TEST(UraListenEventPort, ShowsWhatUraEventSends) {
   EXPECT_EQ(listener.Status(), 0);
 }
 
-TEST(UraListen, TellsAtTheEndHowManyDatagramsItReceived) {
-  ReadyListener listener("-count 1");
-  listener.Send();
-  EXPECT_EQ(listener.Errors(), "ura_listen: 1 datagram received\n");
-}
-
-TEST(UraListen, BeginsLinesWithTheLocalTimeWhenAsked) {
+TEST(UraListen, BeginsLinesWithTheLocalTimeWhenAskedAndCountsThem) {
   ReadyListener listener("-time -count 1");
   listener.Send();
+  EXPECT_EQ(listener.Errors(), "ura_listen: 1 datagram received\n");
   EXPECT_THAT(listener.Output(),
               MatchesRegex("[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}\\.[0-9]{3} "
                            "id 42 length 1 value 01\n"));
 }
 
-class UraListenSignal : public testing::TestWithParam<int> {};
-TEST_P(UraListenSignal, EndsItCleanly) {
-  ReadyListener listener("-type ParameterThermoChronoWeek");  // which has a thread of its own
-  listener.Signal(GetParam());
-  EXPECT_EQ(listener.Errors(), "ura_listen: 0 datagrams received\n");
-  EXPECT_EQ(listener.Status(), 0);
+TEST(UraListen, EndsCleanlyAtASignal) {
+  for (const int number : {SIGINT, SIGTERM}) {
+    ReadyListener listener("-type ParameterThermoChronoWeek");  // which has a thread of its own
+    listener.Signal(number);
+    EXPECT_EQ(listener.Errors(), "ura_listen: 0 datagrams received\n") << number;
+    EXPECT_EQ(listener.Status(), 0) << number;
+  }
 }
-INSTANTIATE_TEST_SUITE_P(Signals, UraListenSignal, testing::Values(SIGINT, SIGTERM));
 
 TEST(UraListen, EndsWhenItCannotPrint) {
   ReadyListener listener(">/dev/full");
@@ -88,13 +84,10 @@ TEST(UraListen, SaysThatThePortIsInUse) {
   EXPECT_EQ(listener.Status(), 1);
 }
 
-TEST(UraListen, ExplainsItsOptions) {
+TEST(UraListen, ExplainsItselfAndTellsItsVersion) {
   ProgramRun run(URA_LISTEN " -count 1 --help");
   EXPECT_THAT(run.Output(), HasSubstr("usage: ura_listen"));
   EXPECT_EQ(run.Status(), 0);
-}
-
-TEST(UraListen, TellsItsVersion) {
   EXPECT_EQ(ProgramRun(URA_LISTEN " --version").Output(), URA_VERSION "\n");
 }
 

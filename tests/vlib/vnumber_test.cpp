@@ -5,7 +5,6 @@
 #include <array>
 #include <clocale>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <fstream>
 
@@ -29,29 +28,19 @@ struct NumericLocale {
   std::array<char, 16> characterSet = {"ANSI_X3.4-1968"};
 };
 
-// Every test here runs in a process that has set such a locale. The machine needs to have none installed.
-class VNumberInACommaLocale : public testing::Test {
- protected:
-  void SetUp() override {
-    std::filesystem::create_directory(m_locales.Path("comma"));
-    const NumericLocale locale;
-    std::ofstream(m_locales.Path("comma/LC_NUMERIC"), std::ios::binary)
-        .write(reinterpret_cast<const char*>(&locale), sizeof locale);
-    setenv("LOCPATH", m_locales.Path().c_str(), 1);
-    if (std::setlocale(LC_NUMERIC, "comma") == nullptr) GTEST_SKIP() << "the C library has other locales";
-    ASSERT_EQ(std::strtod("1,5", nullptr), 1.5) << "the locale is not in force";
-  }
-  void TearDown() override {
-    std::setlocale(LC_NUMERIC, "C");
-    unsetenv("LOCPATH");
-  }
-
- private:
-  TemporaryFolder m_locales;
-};
-
 }  // namespace
 
-TEST_F(VNumberInACommaLocale, ReadsNumbersWithAPoint) { EXPECT_EQ(ReadReal(" -21.5x"), -21.5); }
-
-TEST_F(VNumberInACommaLocale, PrintsNumbersWithAPoint) { EXPECT_EQ(PrintReal(1234.75, 3), "1234.75"); }
+TEST(VNumber, HasAPointWhateverTheLocale) {
+  const TemporaryFolder locales;
+  std::filesystem::create_directory(locales.Path("comma"));
+  const NumericLocale locale;
+  std::ofstream(locales.Path("comma/LC_NUMERIC"), std::ios::binary)
+      .write(reinterpret_cast<const char*>(&locale), sizeof locale);
+  setenv("LOCPATH", locales.Path().c_str(), 1);  // the machine needs to have no such locale installed
+  if (std::setlocale(LC_NUMERIC, "comma") == nullptr) GTEST_SKIP() << "the C library has other locales";
+  EXPECT_EQ(std::strtod("1,5", nullptr), 1.5) << "the locale is not in force";
+  EXPECT_EQ(ReadReal(" -21.5x"), -21.5);
+  EXPECT_EQ(PrintReal(1234.75, 3), "1234.75");
+  std::setlocale(LC_NUMERIC, "C");
+  unsetenv("LOCPATH");
+}

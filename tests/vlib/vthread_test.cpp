@@ -160,25 +160,4 @@ TEST(VThread, LetsAnyThreadCallAnyOperation) {
   EXPECT_FALSE(working.thread.Running());
 }
 
-// The work ends by itself just when a stop comes: one that comes too late must not end the next run.
-TEST(VThread, StopEndsOnlyTheRunThatItMeets) {
-  struct Run {
-    std::atomic<bool> hasBegun{false}, isStopping{false};
-  } run;
-  const auto work = [](VThread* self, void* argument) {
-    auto& shared = *static_cast<Run*>(argument);
-    EXPECT_TRUE(self->WaitContinue(0)) << "nobody has stopped this run";
-    shared.hasBegun = true;
-    Until([&] { return shared.isStopping.load(); });
-  };
-  VThread thread(work, &run, false);
-  for (int round = 0; round < 100; ++round) {
-    run.hasBegun = run.isStopping = false;
-    ASSERT_TRUE(thread.Start(kStackSize));
-    Until([&] { return run.hasBegun.load(); });
-    run.isStopping = true;
-    thread.Stop();
-  }
-}
-
 }  // namespace
