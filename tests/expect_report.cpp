@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 
 #include <array>
+#include <cerrno>
 #include <cstring>
 #include <regex>
 
@@ -65,4 +66,13 @@ void ExpectReports(const std::string& printed, const std::vector<Report>& report
   std::string pattern;
   for (const Report& report : reports) pattern += PatternOf(report);
   EXPECT_THAT(printed, testing::MatchesRegex(pattern));
+}
+
+void ExpectReportOfEach(const std::vector<ReportedCall>& calls) {
+  for (const ReportedCall& reported : calls) {
+    ExpectReport(reported.report, reported.result, [&] {
+      errno = EINTR;
+      return reported.call();
+    });
+  }
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <type_traits>
@@ -60,3 +61,13 @@ template <class Operation>
 void ExpectReport(const Report& report, Operation operation) {
   ExpectReports(CapturedOutput(operation), {report});
 }
+
+// A call that causes one record; errno is EINTR when it starts.
+struct ReportedCall {
+  Report report;
+  long result;
+  std::function<long()> call;
+};
+
+// Expects the record and the result of each call.
+void ExpectReportOfEach(const std::vector<ReportedCall>& calls);

@@ -9,6 +9,7 @@
 #include "temporary_folder.h"
 
 using namespace dro;
+using File = droOsFile;
 using std::string_literals::operator""s;
 
 namespace {
@@ -38,55 +39,70 @@ TEST_F(DroOsFile, LastLineIsReadButResultsInFalseWithoutALineFeed) {
 // there was.
 TEST_F(DroOsFile, PositionIsSetWithAReport) {
   WriteFile(path, "0123456789");
-  droOsFile file(path, "r");
-  const auto expect = [&](const char* function, const char* message, auto operation, long position) {
-    ExpectReport(kFailure(function, WithSystemError(message, EINTR)), 2, [&] {
-      errno = EINTR;
-      return operation();
-    });
-    EXPECT_EQ(file.GetPosition(), position);
+  File file(path, "r");
+  const auto done = [](const char* function, const char* message) {
+    return kFailure(function, WithSystemError(message, EINTR));
   };
-  expect(
-      "SetToEnd", "Setting pointer to end", [&] { return file.SetToEnd(); }, 10);
-  expect(
-      "SetTo", "Setting pointer to 7", [&] { return file.SetTo(7); }, 7);
-  expect(
-      "Advance", "Advanced pointer about -3", [&] { return file.Advance(-3); }, 4);
-  expect(
-      "SetToStart", "Setting pointer to start", [&] { return file.SetToStart(); }, 0);
+  ExpectReportOfEach({{done("SetToEnd", "Setting pointer to end"), 2, [&] { return file.SetToEnd(); }}});
+  EXPECT_EQ(file.GetPosition(), 10);
+  ExpectReportOfEach({{done("SetTo", "Setting pointer to 7"), 2, [&] { return file.SetTo(7); }},
+                      {done("Advance", "Advanced pointer about -3"), 2, [&] { return file.Advance(-3); }}});
+  EXPECT_EQ(file.GetPosition(), 4);
+  ExpectReportOfEach(
+      {{done("SetToStart", "Setting pointer to start"), 2, [&] { return file.SetToStart(); }}});
+  EXPECT_EQ(file.GetPosition(), 0);
+  EXPECT_EQ(file.SetTo(-1), droError_NoError) << "it cannot be set there";
 }
 
 TEST_F(DroOsFile, ClosedItReportsEveryOperation) {
-  droOsFile file;
-  const auto expect = [](const char* function, auto result, auto operation) {
-    const std::string message = WithSystemError("tavFile handle is invalid, == 0", EINTR);
-    ExpectReport(kFailure(function, message), result, [&] {
-      errno = EINTR;
-      return operation();
-    });
+  File file;
+  const auto closed = [](const char* function) {
+    return kFailure(function, WithSystemError("tavFile handle is invalid, == 0", EINTR));
   };
-  expect("Read", -1, [&] { return file.Read(nullptr, 1); });
-  expect("Write", -1, [&] { return file.Write(nullptr, 1); });
-  expect("WriteText", 2, [&] { return file.WriteText("a"); });
-  expect("ReadNextLine", false, [&] { return file.ReadNextLine(nullptr); });
-  expect("IsEof", true, [&] { return file.IsEof(); });
-  expect("GetPosition", 2, [&] { return file.GetPosition(); });
-  expect("SetToStart", 2, [&] { return file.SetToStart(); });
-  expect("SetToEnd", 2, [&] { return file.SetToEnd(); });
-  expect("SetTo", 2, [&] { return file.SetTo(0); });
-  expect("Advance", 2, [&] { return file.Advance(0); });
+  ExpectReportOfEach({
+      {closed("Read"), -1, [&] { return file.Read(nullptr, 1); }},
+      {closed("Write"), -1, [&] { return file.Write(nullptr, 1); }},
+      {closed("WriteText"), 2, [&] { return file.WriteText("a"); }},
+      {closed("ReadNextLine"), false, [&] { return file.ReadNextLine(nullptr); }},
+      {closed("IsEof"), true, [&] { return file.IsEof(); }},
+      {closed("GetPosition"), 2, [&] { return file.GetPosition(); }},
+      {closed("SetToStart"), 2, [&] { return file.SetToStart(); }},
+      {closed("SetToEnd"), 2, [&] { return file.SetToEnd(); }},
+      {closed("SetTo"), 2, [&] { return file.SetTo(0); }},
+      {closed("Advance"), 2, [&] { return file.Advance(0); }},
+  });
 }
 
-TEST_F(DroOsFile, NullPointersAreReported) {
-  droOsFile file(path, "w+");
-  ExpectReport(kInvalid("Read", "o_pBuffer pointer == 0"), -1, [&] { return file.Read(nullptr, 1); });
-  ExpectReport(kInvalid("Write", "pBuffer pointer == 0"), -1, [&] { return file.Write(nullptr, 1); });
-  ExpectReport(kInvalid("ReadNextLine", "io_size pointer == 0"), false,
-               [&] { return file.ReadNextLine(nullptr); });
-  ExpectReport(kInvalid("GetFileSize", "io_size pointer == 0"), 7,
-               [&] { return droOsFile::GetFileSize(path, nullptr); });
-  ExpectReport(kInvalid("GetFileTextSource", "io_source pointer == 0"), 7,
-               [&] { return droOsFile::GetFileTextSource(path, nullptr); });
+TEST_F(DroOsFile, OperationThatFailsIsOneReport) {
+  const std::string none = folder.Path("none/file");
+  const std::string notFound = WithSystemError("tavFile handle is invalid, == 0", ENOENT);
+  const std::string noWrite = WithSystemError("can no write data to file", EBADF);
+  const std::string diskIsFull = WithSystemError("Writing data to file paste: /dev/full", ENOSPC);
+  WriteFile(path, "a");
+  File file(path, "r");
+  unsigned int size = 7;
+  droString text = "kept";
+  ExpectReportOfEach({
+      {kFailure("Open", notFound), 2, [&] { return File().Open(none, "r"); }},
+      {kInvalid("Read", "o_pBuffer pointer == 0"), -1, [&] { return file.Read(nullptr, 1); }},
+      {kInvalid("Write", "pBuffer pointer == 0"), -1, [&] { return file.Write(nullptr, 1); }},
+      {kInvalid("ReadNextLine", "io_size pointer == 0"), 0, [&] { return file.ReadNextLine(nullptr); }},
+      {kFailure("WriteText", noWrite), -1, [&] { return file.WriteText("a"); }},
+      {kInvalid("GetFileSize", "io_size pointer == 0"), 7, [&] { return File::GetFileSize(path, nullptr); }},
+      {kFailure("GetFileSize", "Invalid file"), 2, [&] { return File::GetFileSize(none, &size); }},
+      {kInvalid("GetFileTextSource", "io_source pointer == 0"), 7,
+       [&] { return File::GetFileTextSource(path, nullptr); }},
+      {kFailure("GetFileTextSource", "Invalid file"), 2,
+       [&] { return File::GetFileTextSource(none, &text); }},
+      {kFailure("AppendToFile", "Invalid file"), 2, [&] { return File::AppendToFile(none, "a"); }},
+      {kFailure("CopyAndPaste", "Invalid copy file: " + none), 2,
+       [&] { return File::CopyAndPaste(none, path); }},
+      {kFailure("CopyAndPaste", "Invalid paste file: " + none), 2,
+       [&] { return File::CopyAndPaste(path, none); }},
+      {kFailure("CopyAndPaste", diskIsFull), 2, [&] { return File::CopyAndPaste(path, "/dev/full"); }},
+  });
+  EXPECT_EQ(size, 0U);
+  EXPECT_EQ(text, "kept");
 }
 
 TEST_F(DroOsFile, HandleThatCannotBeClosedStaysInUse) {
@@ -135,53 +151,24 @@ TEST_F(DroOsFile, IsReadAndCopiedWhole) {
   }
 }
 
-TEST_F(DroOsFile, WholeFileOperationThatFailsIsOneReport) {
-  const std::string none = folder.Path("none/file");
-  WriteFile(path, "a");
-  unsigned int size = 7;
-  ExpectReport(kFailure("GetFileSize", "Invalid file"), 2,
-               [&] { return droOsFile::GetFileSize(none, &size); });
-  EXPECT_EQ(size, 0U);
-  droString text = "kept";
-  ExpectReport(kFailure("GetFileTextSource", "Invalid file"), 2,
-               [&] { return droOsFile::GetFileTextSource(none, &text); });
-  EXPECT_EQ(text, "kept");
-  ExpectReport(kFailure("AppendToFile", "Invalid file"), 2,
-               [&] { return droOsFile::AppendToFile(none, "a"); });
-  droOsFile readOnly(path, "r");
-  ExpectReport(kFailure("WriteText", WithSystemError("can no write data to file", EBADF)), -1,
-               [&] { return readOnly.WriteText("a"); });
-  ExpectReport(kFailure("CopyAndPaste", "Invalid copy file: " + none), 2,
-               [&] { return droOsFile::CopyAndPaste(none, path); });
-  ExpectReport(kFailure("CopyAndPaste", "Invalid paste file: " + none), 2,
-               [&] { return droOsFile::CopyAndPaste(path, none); });
-  ExpectReport(kFailure("CopyAndPaste", WithSystemError("Writing data to file paste: /dev/full", ENOSPC)), 2,
-               [&] { return droOsFile::CopyAndPaste(path, "/dev/full"); });
-}
-
-TEST_F(DroOsFile, FileTooLargeForMemoryIsReported) {
-  WriteFile(path, std::string(100000, 'a'));
-  const auto shortage = FailingAllocation::OfAtLeast(100000);
-  droString text("kept");
-  ExpectReport(kNoMemory("CopyAndPaste", "pData == 0"), 6,
-               [&] { return droOsFile::CopyAndPaste(path, other); });
-  ExpectReport(kNoMemory("GetFileTextSource", "pData == 0"), 6,
-               [&] { return droOsFile::GetFileTextSource(path, &text); });
-  EXPECT_EQ(text, "kept");
-}
-
-// This one says that it has a page of memory, and has a few bytes.
-TEST_F(DroOsFile, FileThatIsShorterThanItsSizeIsReported) {
+TEST_F(DroOsFile, FileThatCannotBeReadWholeIsReported) {
+  // This one says that it has a page of memory, and has a few bytes.
   const std::string cpus = "/sys/devices/system/cpu/online";
   const std::string counts = "result(" + std::to_string(ReadFile(cpus).size()) + ") != iLen(" +
                              std::to_string(sysconf(_SC_PAGESIZE)) + ") Reading data from file ";
-  const std::string error = "\nStd Error 0 No error";
+  const std::string error = cpus + "\nStd Error 0 No error";
+  WriteFile(path, std::string(100000, 'a'));
+  const auto shortage = FailingAllocation::OfAtLeast(100000);
   droString text("kept");
-  ExpectReport(kFailure("GetFileTextSource", counts + ": " + cpus + error), 2,
-               [&] { return droOsFile::GetFileTextSource(cpus, &text); });
+  ExpectReportOfEach({
+      {kNoMemory("GetFileTextSource", "pData == 0"), 6, [&] { return File::GetFileTextSource(path, &text); }},
+      {kNoMemory("CopyAndPaste", "pData == 0"), 6, [&] { return File::CopyAndPaste(path, other); }},
+      {kFailure("GetFileTextSource", counts + ": " + error), 2,
+       [&] { return File::GetFileTextSource(cpus, &text); }},
+      {kFailure("CopyAndPaste", counts + "copy: " + error), 2,
+       [&] { return File::CopyAndPaste(cpus, other); }},
+  });
   EXPECT_EQ(text, "kept");
-  ExpectReport(kFailure("CopyAndPaste", counts + "copy: " + cpus + error), 2,
-               [&] { return droOsFile::CopyAndPaste(cpus, other); });
   EXPECT_FALSE(std::filesystem::exists(other));
 }
 

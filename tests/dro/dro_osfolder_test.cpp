@@ -36,31 +36,25 @@ TEST_F(DroOsFolder, IsListedFromTheStartEachTime) {
   EXPECT_EQ(folder.GetNextFile(&entry), droError_NoError) << "the end is no failure";
 }
 
-TEST_F(DroOsFolder, EntryThatCannotBeReadIsReported) {
-  folder.open(path);
-  const auto broken = system_calls::readdir.FailsWith(EIO);
-  ExpectReport(kFailure("GetNextFile", WithSystemError("Can not get next file", EIO)), 2,
-               [&] { return folder.GetFirstFile(&entry); });
-  EXPECT_EQ(entry.GetName(), "");
-}
-
-TEST_F(DroOsFolder, NullPointersAreReported) {
-  ExpectReport(kInvalid("GetFirstFile", "io_pFolderFile == 0"), 7,
-               [&] { return folder.GetFirstFile(nullptr); });
-  ExpectReport(kInvalid("GetNextFile", "io_pFolderFile == 0"), 7,
-               [&] { return folder.GetNextFile(nullptr); });
-  ExpectReport(kInvalid("GetFolder", "io_pFolder == 0"), 7,
-               [&] { return droOsUtility::GetFolder(path, nullptr); });
-}
-
-TEST_F(DroOsFolder, ThatDoesNotOpenOrIsClosedIsReported) {
+TEST_F(DroOsFolder, ThatCannotBeReadIsReported) {
   const std::string none = temporary.Path("none");
   const Report noFolder = kFailure("open", WithSystemError("Can not open directory " + none, ENOENT));
   ExpectReports({noFolder, kFailure("GetFolder", "Can not get folder " + none)}, 2,
                 [&] { return droOsUtility::GetFolder(none, &folder); });
-  ExpectReport(kFailure("GetNextFile", WithSystemError("Can not get next file", EBADF)), 2,
-               [&] { return folder.GetFirstFile(&entry); });
+  const auto noEntry = [](int error) {
+    return kFailure("GetNextFile", WithSystemError("Can not get next file", error));
+  };
+  ExpectReportOfEach({
+      {kInvalid("GetFirstFile", "io_pFolderFile == 0"), 7, [&] { return folder.GetFirstFile(nullptr); }},
+      {kInvalid("GetNextFile", "io_pFolderFile == 0"), 7, [&] { return folder.GetNextFile(nullptr); }},
+      {kInvalid("GetFolder", "io_pFolder == 0"), 7, [&] { return droOsUtility::GetFolder(path, nullptr); }},
+      {noEntry(EBADF), 2, [&] { return folder.GetFirstFile(&entry); }},
+  });
   EXPECT_EQ(folder.close(), droError_NoError) << "there is nothing to close";
+  folder.open(path);
+  const auto broken = system_calls::readdir.FailsWith(EIO);
+  ExpectReportOfEach({{noEntry(EIO), 2, [&] { return folder.GetFirstFile(&entry); }}});
+  EXPECT_EQ(entry.GetName(), "");
 }
 
 TEST_F(DroOsFolder, FailureToCloseIsReportedByEveryUserAndNeverThrownByTheDestructor) {
