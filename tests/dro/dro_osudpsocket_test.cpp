@@ -136,14 +136,11 @@ TEST_F(DroOsUdpSocketHere, InterruptedTransferOfNothingIsNotRepeatedOnPurpose) {
 }
 
 TEST_F(DroOsUdpSocketHere, TakesOverWhatIsSet) {
-  EXPECT_EQ(socket.GetType(), kType);
-  EXPECT_TRUE(socket.SetReceiveTimeOut(1500));
-  EXPECT_GE(socket.GetReceiveTimeOut(), 1500U);
-  EXPECT_LT(socket.GetReceiveTimeOut(), 1600U) << "the kernel rounds up";
-  EXPECT_TRUE(socket.SetSendTimeOut(20));
-  EXPECT_GE(socket.GetSendTimeOut(), 20U);
-  EXPECT_LT(socket.GetSendTimeOut(), 120U);
-  EXPECT_EQ(socket.Receive(buffer, 7, nullptr, nullptr), -2) << "nothing came within 1.5 seconds";
+  EXPECT_TRUE(socket.SetReceiveTimeOut(1200));
+  EXPECT_NEAR(socket.GetReceiveTimeOut(), 1200, 20) << "the kernel rounds";
+  EXPECT_EQ(socket.Receive(buffer, 7, nullptr, nullptr), -2) << "nothing came within the time";
+  EXPECT_TRUE(socket.SetSendTimeOut(3200));
+  EXPECT_NEAR(socket.GetSendTimeOut(), 3200, 20);
   EXPECT_TRUE(socket.SetBroadcast(true));
   EXPECT_GT(socket.GetMaxMessageSize(), 0U);
 }

@@ -17,29 +17,26 @@ TEST(VUtility, TakesPathsApart) {
     const char* folder;
     const char* file;
     const char* extension;
+    const char* withDelimiter;
   } cases[] = {
-      {"a/b/c.txt", "a/b", "c.txt", "txt"}, {"/c.x", "", "c.x", "x"}, {"plain", "", "plain", "plain"},
-      {"a.b/c/", "a.b/c", "", "b/c/"},      {"", "", "", ""},         {nullptr, "", "", ""},
+      {"a/b/c.txt", "a/b", "c.txt", "txt", "a/b/c.txt/"},
+      {"/c.x", "", "c.x", "x", "/c.x/"},
+      {"plain", "", "plain", "plain", "plain/"},
+      {"a.b/c/", "a.b/c", "", "b/c/", "a.b/c/"},
+      {"", "", "", "", ""},
+      {nullptr, "", "", "", ""},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.path);
     EXPECT_EQ(VUtility::ExtractFilePath(c.path), c.folder);
     EXPECT_EQ(VUtility::ExtractFileName(c.path), c.file);
     EXPECT_EQ(VUtility::ExtractFileExt(c.path), c.extension);
+    EXPECT_EQ(VUtility::IncludePathDelimiter(c.path), c.withDelimiter);
   }
-}
-
-TEST(VUtility, TakesPathsApartAtAnyDelimiter) {
   EXPECT_EQ(VUtility::ExtractFilePath("a::b::c", "::"), "a::b");
   EXPECT_EQ(VUtility::ExtractFileName("a::b::c", "::"), ":c") << "one character is skipped, on purpose";
   EXPECT_EQ(VUtility::ExtractFilePath("a/b", ""), "");
   EXPECT_EQ(VUtility::ExtractFileName("a/b", ""), "");
-}
-
-TEST(VUtility, EndsAPathWithItsDelimiter) {
-  EXPECT_EQ(VUtility::IncludePathDelimiter("dir"), "dir/");
-  EXPECT_EQ(VUtility::IncludePathDelimiter("dir/"), "dir/");
-  EXPECT_EQ(VUtility::IncludePathDelimiter(""), "");
 }
 
 TEST(VUtility, TrimsSpacesOnly) {
@@ -78,13 +75,11 @@ TEST(VUtility, ConvertsUtf8InAnyLocale) {
 }
 
 TEST(VUtility, NullTextIsNoText) {
-  EXPECT_EQ(VUtility::StringToWideChar(nullptr), nullptr);
   EXPECT_EQ(VUtility::StringToWideString(nullptr), L"");
   EXPECT_EQ(VUtility::UTF8ToWideChar(nullptr), nullptr);
   EXPECT_EQ(VUtility::UTF8ToWideString(nullptr), L"");
   EXPECT_EQ(VUtility::WideCharToUTF8(nullptr), nullptr);
   EXPECT_THROW(VUtility::WideCharToString(nullptr), std::logic_error);
-  VUtility::ToLowerCase(static_cast<char*>(nullptr));
 }
 
 struct VUtilityFiles : testing::Test {
@@ -103,19 +98,15 @@ TEST_F(VUtilityFiles, CopyHasTheSameContents) {
   }
 }
 
-TEST_F(VUtilityFiles, CopyKeepsATargetThatMayNotBeOverwritten) {
+TEST_F(VUtilityFiles, CopyFailsWithoutSourcePermissionOrRoom) {
   WriteFile(source, "new");
-  EXPECT_TRUE(VUtility::CpFile(source, target, false)) << "there is none yet";
+  EXPECT_TRUE(VUtility::CpFile(source, target, false)) << "there is no target yet";
   WriteFile(target, "old");
-  EXPECT_FALSE(VUtility::CpFile(source, target, false));
-  EXPECT_EQ(ReadFile(target), "old");
-}
-
-TEST_F(VUtilityFiles, CopyFailsWithoutSourceTargetOrRoom) {
-  WriteFile(source, "x");
-  EXPECT_FALSE(VUtility::CpFile(source, "/dev/full", true));
+  EXPECT_FALSE(VUtility::CpFile(source, target, false)) << "it must not be overwritten";
   EXPECT_FALSE(VUtility::CpFile(folder.Path("none"), target, true));
+  EXPECT_EQ(ReadFile(target), "old");
   EXPECT_FALSE(VUtility::CpFile(source, folder.Path("none/target"), true));
+  EXPECT_FALSE(VUtility::CpFile(source, "/dev/full", true));
 }
 
 TEST_F(VUtilityFiles, RemovesAFolderWithAllThatIsInItButNotWhereLinksLead) {
@@ -133,22 +124,16 @@ TEST_F(VUtilityFiles, RemovesAFolderWithAllThatIsInItButNotWhereLinksLead) {
   EXPECT_FALSE(VUtility::RemoveDir(target, true)) << "it is gone";
 }
 
-TEST_F(VUtilityFiles, ALogGrowsByTheTextAsItIs) {
-  EXPECT_TRUE(VUtility::LogFile(target, "a"));
-  EXPECT_TRUE(VUtility::LogFile(target, "b\n"));
-  EXPECT_EQ(ReadFile(target), "ab\n");
-  EXPECT_FALSE(VUtility::LogFile(folder.Path("none/log"), "a"));
-  EXPECT_TRUE(VUtility::DelFile(target));
-  EXPECT_FALSE(VUtility::FileExists(target));
-}
-
-TEST_F(VUtilityFiles, CurrentFolderIsWhereRelativePathsStart) {
+TEST_F(VUtilityFiles, ALogGrowsInTheCurrentFolder) {
   const std::string before = VUtility::GetCurrentDir();
-  EXPECT_TRUE(VUtility::SetCurrentDir(folder.Path("")));
-  WriteFile("file", "");
-  EXPECT_EQ(VUtility::DirList(""), ".\n..\nfile\n");
-  EXPECT_TRUE(VUtility::FileExists(VUtility::GetCurrentDir() + "/file"));
-  EXPECT_FALSE(VUtility::SetCurrentDir(folder.Path("none")));
+  EXPECT_TRUE(VUtility::SetCurrentDir(folder.Path()));
+  EXPECT_TRUE(VUtility::LogFile("log", "a"));
+  EXPECT_TRUE(VUtility::LogFile("log", "b\n"));
+  EXPECT_EQ(ReadFile(VUtility::GetCurrentDir() + "/log"), "ab\n");
+  EXPECT_EQ(VUtility::DirList(""), ".\n..\nlog\n");
+  EXPECT_TRUE(VUtility::DelFile("log"));
+  EXPECT_FALSE(VUtility::FileExists("log"));
+  EXPECT_FALSE(VUtility::LogFile("none/log", "a"));
   EXPECT_TRUE(VUtility::SetCurrentDir(before));
 }
 
