@@ -5,7 +5,6 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <regex>
 
 namespace {
 
@@ -29,7 +28,12 @@ std::string TextOf(const Report& report) {
 
 // A regular expression for exactly this text.
 std::string Exactly(const std::string& text) {
-  return std::regex_replace(text, std::regex(R"([\][(){}.*+?^$|\\])"), R"(\$&)");
+  std::string pattern;
+  for (const char c : text) {
+    if (std::strchr("(){}[].*+?^$|\\", c) != nullptr) pattern += '\\';
+    pattern += c;
+  }
+  return pattern;
 }
 
 // A regular expression for the record as it is printed.
