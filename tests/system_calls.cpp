@@ -4,8 +4,6 @@ extern "C" {
 
 int chmod(const char* path, mode_t mode) noexcept { return system_calls::chmod(path, mode); }
 FILE* fopen(const char* path, const char* mode) { return system_calls::fopen(path, mode); }
-int closedir(DIR* folder) { return system_calls::closedir(folder); }
-DIR* opendir(const char* path) { return system_calls::opendir(path); }
 dirent* readdir(DIR* folder) { return system_calls::readdir(folder); }
 FILE* popen(const char* command, const char* mode) { return system_calls::popen(command, mode); }
 int uname(utsname* o_names) noexcept { return system_calls::uname(o_names); }

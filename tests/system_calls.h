@@ -100,9 +100,7 @@ constexpr const char* NameFor64Bits(const char* name, const char* nameOn32Bits) 
 
 // Files and folders
 inline constinit SystemCall<int(const char*, mode_t)> chmod("chmod");
-inline constinit SystemCall<int(DIR*)> closedir("closedir");
 inline constinit SystemCall<FILE*(const char*, const char*)> fopen(NameFor64Bits("fopen", "fopen64"));
-inline constinit SystemCall<DIR*(const char*)> opendir("opendir");
 inline constinit SystemCall<dirent*(DIR*)> readdir(NameFor64Bits("readdir", "readdir64"));
 
 // The machine

@@ -1,10 +1,8 @@
 #include "application.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
-#include <filesystem>
 #include <string>
-#include <utility>
 #include <vector>
 
 namespace {
@@ -28,14 +26,6 @@ class TestedApplication : public Application {
   }
 };
 
-TEST(Application, DescribesItself) {
-  const Application application;
-  EXPECT_THAT(application.GetInfo(),
-              testing::MatchesRegex("\nName ---------- : tavon Ura event\nVersion ------- : 1.5.1\n"
-                                    "Build --------- : [A-Z][a-z]+ [ 0-9]+\n"
-                                    "Description --- : Event dispatcher for ura system\n(.* : .*\n)+"));
-}
-
 TEST(Application, FillsInWhatIsNotGiven) {
   TestedApplication application;
   ASSERT_EQ(application.Start({"ura_event", "-id", "4294967297", "-val", "v", "-type", "t"}), 0U);
@@ -54,22 +44,6 @@ TEST(Application, TakesWhateverFollowsAnOptionAsItsValue) {
   EXPECT_EQ(application.Value, "5");
   EXPECT_EQ(application.Type, "-p");
   EXPECT_EQ(application.Password, "") << "present, with nothing behind it";
-}
-
-TEST(Application, MakesThePathOfItsProgramAbsolute) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"./../bin/x", "/usr/bin/x"},
-      {"../../../x", "/x"},  // there is nothing above the root
-      {"bin/x", "bin/x"},    // found on the search path
-  };
-  const std::filesystem::path before = std::filesystem::current_path();
-  std::filesystem::current_path("/usr/bin");
-  for (const auto& [argument, fullPath] : cases) {
-    TestedApplication application;
-    EXPECT_EQ(application.Start({argument, "-id", "1", "-val", "v", "-type", "t"}), 0U);
-    EXPECT_EQ(application.GetFullPath(), fullPath);
-  }
-  std::filesystem::current_path(before);
 }
 
 }  // namespace

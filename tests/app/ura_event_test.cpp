@@ -137,17 +137,4 @@ TEST(UraEventLog, HasEveryRecordOfEveryRun) {
   EXPECT_EQ(ReadFile(log), first.printed + second.printed);
 }
 
-TEST(UraEventLog, HasTheRecordThatCannotBePrinted) {
-  const TemporaryFolder folder;
-  const UraEvent run("-log " + folder.Path("ura.log") + " >/dev/full");
-  ExpectReports(ReadFile(folder.Path("ura.log")), {From("Init", 6, "-id must be specified.", 113)});
-  EXPECT_EQ(run.status, 6);
-}
-
-TEST(UraEventLog, ThatCannotBeOpenedIsPassedOver) {
-  const UraEvent run("-log /nowhere/ura.log");
-  ExpectReports(run.printed, {From("Init", 6, "-id must be specified.", 113)});
-  EXPECT_EQ(run.status, 6);
-}
-
 }  // namespace

@@ -57,21 +57,4 @@ TEST_F(DroOsFolder, ThatCannotBeReadIsReported) {
   EXPECT_EQ(entry.GetName(), "");
 }
 
-TEST_F(DroOsFolder, FailureToCloseIsReportedByEveryUserAndNeverThrownByTheDestructor) {
-  const auto failing = system_calls::closedir.ReplaceBy([](DIR* stream) {
-    system_calls::closedir.Real(stream);  // the system gives it up and says that it failed
-    errno = EIO;
-    return -1;
-  });
-  const Report cannotClose = kFailure("close", WithSystemError("Can not close directory " + path, EIO));
-  folder.open(path);
-  ExpectReports({cannotClose, kFailure("open", "can not close directory ")}, 2,
-                [&] { return folder.open(path); });
-  const auto leave = [&] { return droOsUtility::Folder().open(path); };
-  ExpectReports({cannotClose, kFailure("~Folder", "can not close directory ")}, 0, leave);
-  droError::Level = droLogLevel_Throw;
-  EXPECT_NO_THROW(leave());
-  droError::Level = droLogLevel_Console;
-}
-
 }  // namespace

@@ -78,25 +78,4 @@ TEST(DroOsUtilityMachine, TellsWhatItsCommandsPrint) {
                [] { return droOsUtility::GetSourceSize("sda"); });
 }
 
-// A folder of the test takes the place of the system's list of network interfaces.
-TEST_F(DroOsUtility, TellsTheAddressOfEachNetworkInterfaceButTheLoopback) {
-  const auto redirected = [this](std::string path) {
-    const std::string system = "/sys/class/net/";
-    return path.starts_with(system) ? path.replace(0, system.size(), folder.Path()) : path;
-  };
-  const auto folders = system_calls::opendir.ReplaceBy(
-      [&](const char* path) { return system_calls::opendir.Real(redirected(path).c_str()); });
-  const auto files = system_calls::fopen.ReplaceBy([&](const char* path, const char* mode) {
-    return system_calls::fopen.Real(redirected(path).c_str(), mode);
-  });
-  for (const char* name : {"lo", "eth0", "usb0", "none"})
-    std::filesystem::create_directory(folder.Path(name));
-  WriteFile(folder.Path("lo/address"), "00:00:00:00:00:00\n");
-  WriteFile(folder.Path("eth0/address"), "02:00:5e:10:00:01\n");
-  WriteFile(folder.Path("usb0/address"), "02:00:5e:10:00:02");  // a line feed is no condition
-  droArray<droString> addresses{"kept"};
-  EXPECT_EQ(droOsUtility::GetMacAddress(&addresses), droError_NoError);
-  EXPECT_THAT(addresses, testing::UnorderedElementsAre("kept", "02:00:5e:10:00:01", "02:00:5e:10:00:02"));
-}
-
 }  // namespace

@@ -70,22 +70,4 @@ TEST_F(Clocks, WrapTheirMillisecondsAtThirtyTwoBits) {
   EXPECT_EQ(rate, 1000000U) << "although it counts milliseconds: callers know both";
 }
 
-TEST_F(Clocks, WaitForTheNextMultipleOfSomeMinutesInTheOsLibrary) {
-  const struct {
-    const char* name;
-    int minute, second, step;
-    unsigned long seconds;
-  } cases[] = {
-      {"within a step", 7, 30, 5, 150},    {"on the step itself", 56, 0, 7, 420},
-      {"at the full hour", 57, 0, 7, 180}, {"longer than an hour", 7, 30, 61, 3150},
-      {"of no minutes", 7, 30, 0, 30},
-  };
-  for (const auto& c : cases) {
-    clock.JumpTo(TestClock::Utc(2014, 4, 22, 7, c.minute, c.second));
-    unsigned long milliseconds = 0;
-    droTime::GetRemainingTimeWithClock(&milliseconds, static_cast<droTime::EMinutesStep>(c.step));
-    EXPECT_EQ(milliseconds, c.seconds * 1000) << c.name;
-  }
-}
-
 }  // namespace

@@ -188,23 +188,4 @@ TEST(DroString, ExtractsWhatStandsBetweenTwoMarkers) {
   EXPECT_EQ(found, ">b") << "the start counts again from the marker on, on purpose";
 }
 
-TEST(DroString, SplitsIntoPairsOfWhichTheFirstWithAKeyCounts) {
-  dro::droMap<droString, droString> pairs{{"kept", "0"}};
-  droString("a=1==b=2=a=3=").GetSplitAsMap(&pairs, "=");
-  droString("kept=1=lonely").GetSplitAsMap(&pairs, "=");
-  EXPECT_THAT(pairs,
-              ElementsAre(testing::Pair("a", "1"), testing::Pair("b", "2"), testing::Pair("kept", "0")));
-}
-
-TEST(DroString, ReadsASerialNumberAsBytes) {
-  dro::droArray<unsigned char> bytes{7};
-  droString::SerialStringToData(&bytes, "01:a4::1FF:x", ":");
-  EXPECT_THAT(bytes, ElementsAre(7, 0x01, 0xA4, 0xFF, 0));
-  constexpr ReportsOf invalid{"dro_string", 7};
-  ExpectReport(invalid("SerialStringToData", "strSerial == 0"),
-               [&] { droString::SerialStringToData(&bytes, "", ":"); });
-  ExpectReport(invalid("SerialStringToData", "o_data == 0"),
-               [] { droString::SerialStringToData(nullptr, "1", ":"); });
-}
-
 }  // namespace

@@ -25,11 +25,6 @@ TEST(TavCommandLine, SplitsATextAtBlanksOutsideOfQuotes) {
   EXPECT_THAT(ArgumentsOf(R"(a "b c)"), ElementsAre("a")) << "never closed: the list ends before it";
 }
 
-TEST(TavCommandLine, NeverTakesTheFirstArgumentAsQuoted) {
-  EXPECT_TRUE(tavCommandLine(R"("run it")").GetArgument(R"(it")", nullptr));
-  EXPECT_TRUE(tavCommandLine(nullptr).GetArgument("", nullptr)) << "an empty one";
-}
-
 TEST(TavCommandLine, FindsTheFirstArgumentInAnyCaseBeginningWithTheProgramsName) {
   std::string program = "-ID", second = "-id";
   char* const arguments[] = {program.data(), second.data()};

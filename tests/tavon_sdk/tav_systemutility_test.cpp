@@ -70,23 +70,6 @@ TEST_F(TavSystemUtility, RunsACommandAndReadsWhatItPrints) {
   }
 }
 
-TEST_F(TavSystemUtility, AsksTheAddressTableWhenAPingIsNotAnswered) {
-  WriteFile(output, "host ttl\n");
-  EXPECT_EQ(Utility::SuperPing("host"), 1);
-  EXPECT_EQ(standIns.Calls(), "grep ttl\nping host -c 1\n");
-  WriteFile(output, "host ether\nhost ether\n");
-  EXPECT_EQ(Utility::SuperPing("host"), 2);
-}
-
-TEST_F(TavSystemUtility, KnowsFilesAndFolders) {
-  EXPECT_EQ(Utility::GetModuleFileFullName("./a"), std::filesystem::current_path().string() + "/a");
-  EXPECT_EQ(Utility::GetParentFolder("/a/b"), "/a");
-  EXPECT_TRUE(Utility::FolderExist(folder.Path()));
-  EXPECT_FALSE(Utility::FolderExist(output));
-  EXPECT_EQ(Utility::DeleteFileSystem("a"), 3 << 8) << "a wait status";
-  EXPECT_EQ(standIns.Calls(), "rm a\n");
-}
-
 TEST(TavSystemUtilityDescription, NamesTheSystemUnlessThatDoesNotTell) {
   const auto names = system_calls::uname.ReplaceBy([](utsname* o_names) {
     *o_names = {"Linux", "node", "5.10.0", "#1", "i686", "domain"};

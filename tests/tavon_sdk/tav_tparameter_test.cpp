@@ -37,19 +37,13 @@ TEST(TavTParameter, StoresBytesAndMarksChanges) {
   }
 }
 
-TEST(TavTParameter, KeepsStylesAndSettingsForTheProgram) {
+TEST(TavTParameter, KeepsStylesForTheProgram) {
   tavParameterByte parameter;
   parameter.SetUIStyle({"c", "c"});  // taken as it is
   for (const char* style : {"a", "c", "a"}) parameter.AddUIStyle(style);
   tavArray<tavString> styles{"old"};
   parameter.GetUIStyle(&styles);
   EXPECT_EQ(styles, (tavArray<tavString>{"c", "c", "a"}));
-  parameter.SetSettings("any");
-  tavString settings = "old";
-  parameter.GetSettings(&settings);
-  EXPECT_EQ(settings, "any");
-  parameter.GetUIStyle(nullptr);
-  parameter.GetSettings(nullptr);
 }
 
 // A text that drives a colour.

@@ -4,12 +4,10 @@
 
 #include <atomic>
 #include <cerrno>
-#include <csignal>
 #include <future>
 #include <thread>
 
 #include "system_calls.h"
-#include "vtime.h"
 
 namespace {
 
@@ -98,25 +96,6 @@ TEST(VThread, TellsWhyItDoesNotStart) {
   EXPECT_EQ(working.thread.Start2(kStackSize), EAGAIN);
   const auto noMutex = system_calls::pthread_mutex_init.Returns(EAGAIN);
   EXPECT_EQ(WorkingThread().thread.Start2(0), ENOMEM) << "it could not be stopped";
-}
-
-TEST(VThread, SleepLastsAsLongAsAskedWithin32BitsOfMicroseconds) {
-  const unsigned long long begin = VTime::TimeUS();
-  VThread::SleepM(4294988);  // 72 minutes, on purpose: 20 milliseconds
-  VThread::SleepU(10000);
-  EXPECT_GE(VTime::TimeUS() - begin, 30000U);
-}
-
-TEST(VThread, KillInterruptsItsThread) {
-  static std::atomic<unsigned long> interrupted{0};
-  signal(SIGINT, [](int) { interrupted = VThread::GetCurrentThreadID(); });
-  WorkingThread working;
-  EXPECT_EQ(working.thread.Kill(), 0) << "there is none";
-  EXPECT_EQ(interrupted, 0U);
-  working.Start();
-  EXPECT_EQ(working.thread.Kill(), 0);
-  Until([&] { return interrupted == working.thread.GetThreadHandle(); });
-  signal(SIGINT, SIG_DFL);
 }
 
 TEST(VThread, AutoReleaseObjectIsOnlyAskedToStopAndFreesItself) {

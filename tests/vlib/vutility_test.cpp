@@ -39,29 +39,14 @@ TEST(VUtility, TakesPathsApart) {
   EXPECT_EQ(VUtility::ExtractFileName("a/b", ""), "");
 }
 
-TEST(VUtility, TrimsSpacesOnly) {
-  EXPECT_EQ(VUtility::TrimString("  \ta b\n "), "\ta b\n");
-  EXPECT_EQ(VUtility::TrimString("   "), "");
-}
-
-struct VUtilityLocale : testing::Test {
-  VUtilityLocale() { EXPECT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr); }
-  ~VUtilityLocale() override { std::setlocale(LC_CTYPE, "C"); }
-};
-
-TEST_F(VUtilityLocale, DecidesHowTextIsConverted) {
+TEST(VUtility, ConvertsTextAsTheLocaleSays) {
+  ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
   EXPECT_EQ(VUtility::StringToWideString("\xE2\x82\xAC z"), L"\u20AC z");
   EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "a\xE2\x82\xAC");
   EXPECT_EQ(VUtility::StringToWideString("a\xFF"), L"") << "which it does not know";
+  EXPECT_EQ(VUtility::ToUpperCase(std::wstring(L"h\u00E9[")), L"H\u00C9[");
   std::setlocale(LC_CTYPE, "C");
   EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "");
-}
-
-TEST_F(VUtilityLocale, DecidesTheCaseOfLetters) {
-  EXPECT_EQ(VUtility::ToUpperCase(std::wstring(L"h\u00E9[")), L"H\u00C9[");
-  EXPECT_EQ(VUtility::ToLowerCase(std::wstring(L"H\u00C9[")), L"h\u00E9[");
-  EXPECT_EQ(VUtility::ToUpperCase(std::string("h[z")), "H[Z");
-  EXPECT_EQ(VUtility::ToLowerCase(std::string("H[Z")), "h[z");
 }
 
 TEST(VUtility, ConvertsUtf8InAnyLocale) {
@@ -72,14 +57,6 @@ TEST(VUtility, ConvertsUtf8InAnyLocale) {
   EXPECT_STREQ(wide.get(), L"\U0001F600\u20AC");
   EXPECT_THROW(VUtility::UTF8ToWideChar("\xC3("), utf8::invalid_utf8);
   EXPECT_THROW(VUtility::WideCharToUTF8(L"\x110000"), utf8::invalid_code_point);
-}
-
-TEST(VUtility, NullTextIsNoText) {
-  EXPECT_EQ(VUtility::StringToWideString(nullptr), L"");
-  EXPECT_EQ(VUtility::UTF8ToWideChar(nullptr), nullptr);
-  EXPECT_EQ(VUtility::UTF8ToWideString(nullptr), L"");
-  EXPECT_EQ(VUtility::WideCharToUTF8(nullptr), nullptr);
-  EXPECT_THROW(VUtility::WideCharToString(nullptr), std::logic_error);
 }
 
 struct VUtilityFiles : testing::Test {
@@ -122,28 +99,6 @@ TEST_F(VUtilityFiles, RemovesAFolderWithAllThatIsInItButNotWhereLinksLead) {
   EXPECT_FALSE(VUtility::DirectoryExists(target));
   EXPECT_EQ(ReadFile(source + "/file"), "kept");
   EXPECT_FALSE(VUtility::RemoveDir(target, true)) << "it is gone";
-}
-
-TEST_F(VUtilityFiles, ALogGrowsInTheCurrentFolder) {
-  const std::string before = VUtility::GetCurrentDir();
-  EXPECT_TRUE(VUtility::SetCurrentDir(folder.Path()));
-  EXPECT_TRUE(VUtility::LogFile("log", "a"));
-  EXPECT_TRUE(VUtility::LogFile("log", "b\n"));
-  EXPECT_EQ(ReadFile(VUtility::GetCurrentDir() + "/log"), "ab\n");
-  EXPECT_EQ(VUtility::DirList(""), ".\n..\nlog\n");
-  EXPECT_TRUE(VUtility::DelFile("log"));
-  EXPECT_FALSE(VUtility::FileExists("log"));
-  EXPECT_FALSE(VUtility::LogFile("none/log", "a"));
-  EXPECT_TRUE(VUtility::SetCurrentDir(before));
-}
-
-TEST_F(VUtilityFiles, ListsAFolderByName) {
-  WriteFile(folder.Path("b"), "");
-  VUtility::CreateDir(folder.Path("c"), false);
-  std::filesystem::create_directory_symlink("c", folder.Path("a"));
-  EXPECT_EQ(VUtility::DirList(folder.Path()), ".\n..\na\nb\nc\n");
-  EXPECT_EQ(VUtility::DirListType(folder.Path()), "<DIR>  .\n<DIR>  ..\n<FILE> a\n<FILE> b\n<DIR>  c\n");
-  EXPECT_EQ(VUtility::DirList(folder.Path("b")), "") << "which is no folder";
 }
 
 }  // namespace
