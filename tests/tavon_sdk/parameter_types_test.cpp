@@ -36,6 +36,7 @@ struct Type {
   Report ReportOf(int code, const char* function, const std::string& message, Line line) const {
     return {code, "tav_" + name.GetLowCase(), function, message, line};
   }
+  friend void PrintTo(const Type& type, std::ostream* out) { *out << type.name; }
 };
 
 template <class Self>
