@@ -111,7 +111,7 @@ void CheckNumbers(const Case& in) {
 // gets as much of the text as it holds.
 template <class Text>
 void CheckWideText(const Case& in) {
-  const std::string text = in.text.c_str();
+  const std::string text = in.text.substr(0, in.text.find('\0'));
   const bool isValid = utf8::is_valid(text.begin(), text.end());
   try {
     const std::wstring wide = Text::FromUTF8(text.c_str());
