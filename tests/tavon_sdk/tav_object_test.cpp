@@ -48,8 +48,6 @@ TEST(TavObject, DescribesItselfWithoutEscaping) {
             "<flags>01000001</flags></parameters></Object>");
   EXPECT_EQ(object.ToString(), "p&\u00E9\"<-s.Object");
   EXPECT_EQ(object.GetUniqueID(), 12U);
-  object.SetUserData(&object);
-  EXPECT_EQ(object.GetUserData(), &object);
 }
 
 }  // namespace

@@ -220,6 +220,8 @@ TEST_F(TavParameterVRSceneOnAThread, NeverPlaysOnAThreadAgainOnceItIsRebuilt) {
   scene.AddSet(scene.first);
   scene.BuildScene_AddWait(60000);
   EXPECT_EQ(scene.BuildScene_End(), tavError_NoError);
+  ExpectReport({1, "tav_parametervrscene", "BuildScene_AddWait", "You musy to call BuildScene_Begin", 200},
+               tavError_OperationFailed, [this] { return scene.BuildScene_AddWait(10); });
   scene.SetValue(1);
   EXPECT_FALSE(scene.hasSet.try_acquire_for(milliseconds(50)));
 }

@@ -8,7 +8,7 @@
 
 namespace {
 
-using testing::HasSubstr, testing::MatchesRegex;
+using testing::HasSubstr, testing::MatchesRegex, testing::StartsWith;
 
 unsigned short FreePort() { return LoopbackReceiver().Port(); }
 
@@ -85,7 +85,7 @@ TEST(UraListen, ExplainsWhatIsWrongWithItsArguments) {
                {"-type Switch", "there is no type \"Switch\"; the types are ParameterSwitch, "}};
   for (const auto& refused : cases) {
     ProgramRun run(URA_LISTEN " " + std::string(refused.arguments));
-    EXPECT_THAT(run.Errors(), HasSubstr(refused.message));
+    EXPECT_THAT(run.Errors(), StartsWith("ura_listen: " + std::string(refused.message)));
     EXPECT_EQ(run.Status(), 2) << refused.arguments;
   }
 }
