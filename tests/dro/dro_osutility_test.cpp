@@ -48,6 +48,8 @@ TEST_F(DroOsUtility, DoesNotRunAScriptOnAFullDisk) {
 TEST_F(DroOsUtility, ReportsAScriptThatItCannotRun) {
   ExpectReport(ReportsOf{"dro_osutility", 7}("ExecuteScript", "o_pData == 0"), 7,
                [] { return droOsUtility::ExecuteScript("/", "echo a", nullptr); });
+  ExpectReport(ReportsOf{"dro_osutility", 7}("ExecuteCommandLine", "o_pData == 0"), 7,
+               [] { return droOsUtility::ExecuteCommandLine("echo a", nullptr); });
   const auto noPipe = system_calls::popen.FailsWith(EMFILE);
   ExpectReport(kNoPipe("ExecuteScript", "Can not open system pipe"), 5, Running("echo a"));
   const auto notPermitted = system_calls::chmod.FailsWith(EPERM);

@@ -45,6 +45,7 @@ TEST(VUtility, ConvertsTextAsTheLocaleSays) {
   EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "a\xE2\x82\xAC");
   EXPECT_EQ(VUtility::StringToWideString("a\xFF"), L"") << "which it does not know";
   EXPECT_EQ(VUtility::ToUpperCase(std::wstring(L"h\u00E9[")), L"H\u00C9[");
+  EXPECT_EQ(VUtility::ToUpperCase(std::string("h[z")), "H[Z");
   std::setlocale(LC_CTYPE, "C");
   EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "");
 }
