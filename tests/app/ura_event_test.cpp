@@ -134,6 +134,7 @@ TEST(UraEventLog, HasEveryRecordOfEveryRun) {
   const TemporaryFolder folder;
   const std::string log = folder.Path("ura.log");
   const UraEvent first("-log " + log), second("-id -log " + log);
+  EXPECT_NE(first.printed, "");
   EXPECT_EQ(ReadFile(log), first.printed + second.printed);
 }
 
