@@ -10,12 +10,10 @@ namespace {
 // An application whose fields can be looked at.
 class TestedApplication : public Application {
  public:
-  using Application::Address;
   using Application::Id;
   using Application::Password;
   using Application::Port;
   using Application::Type;
-  using Application::User;
   using Application::Value;
 
   // Init with the path of the program and its options.
@@ -25,16 +23,6 @@ class TestedApplication : public Application {
     return Init(static_cast<int>(argv.size()), argv.data());
   }
 };
-
-TEST(Application, FillsInWhatIsNotGiven) {
-  TestedApplication application;
-  ASSERT_EQ(application.Start({"ura_event", "-id", "4294967297", "-val", "v", "-type", "t"}), 0U);
-  EXPECT_EQ(application.Id, 4294967295U) << "the largest that there is";
-  EXPECT_EQ(application.User, "__ura_event__");
-  EXPECT_EQ(application.Password, "kalnor357");
-  EXPECT_EQ(application.Address, "localhost");
-  EXPECT_EQ(application.Port, 16548);
-}
 
 TEST(Application, TakesWhateverFollowsAnOptionAsItsValue) {
   TestedApplication application;

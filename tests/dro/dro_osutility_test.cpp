@@ -57,15 +57,6 @@ TEST_F(DroOsUtility, ReportsAScriptThatItCannotRun) {
                Running("echo a"));
 }
 
-TEST_F(DroOsUtility, MovesAndDeletesFiles) {
-  const std::string target = folder.Path("target");
-  WriteFile(folder.Path("source"), "x");
-  EXPECT_EQ(droOsUtility::FileMove(folder.Path("source").c_str(), target.c_str()), 0);
-  EXPECT_EQ(droOsUtility::FileDelete(target.c_str()), droError_NoError);
-  ExpectReport(kFailure("FileDelete", "Can not delete file"), 2,
-               [&] { return droOsUtility::FileDelete(target.c_str()); });
-}
-
 TEST(DroOsUtilityMachine, TellsWhatItsCommandsPrint) {
   StandIns standIns;
   standIns.Add("df", "echo Filesystem 1M-blocks; echo /dev/sda1 7310M 5M; echo /dev/sda2 1M 1M");

@@ -3,8 +3,6 @@
 #include <gmock/gmock.h>
 #include <utf8.h>
 
-#include <stdexcept>
-
 #include "dro_string.h"
 #include "expect_report.h"
 #include "tav_string.h"
@@ -37,6 +35,7 @@ TYPED_TEST(BothStringClasses, FindFromEitherEnd) {
   EXPECT_EQ(TypeParam("abcB").Find("b", 2, true, false), 3U) << "in any case";
   EXPECT_EQ(TypeParam("abcb").Find("b", 0, false, true), 3U);
   EXPECT_EQ(TypeParam("abcb").Find("b", 2, false, true), 1U) << "the position counts back from the end";
+  EXPECT_EQ(TypeParam("abcb").Find("b", 9, false, true), 3U) << "which one beyond the text starts at";
 }
 
 TYPED_TEST(BothStringClasses, ReplaceWithoutSearchingWhatTheyInserted) {
@@ -163,14 +162,6 @@ TEST(StringClassRules, ReadNumbersBeyondTheirLimitsEachInItsWay) {
 }
 
 // What only the OS library can do.
-
-TEST(DroString, ErasingMoreThanThereIsThrowsAndChangesNothing) {
-  droString text("_a-bc_");
-  EXPECT_EQ(text.EraseFirstChars(1).EraseLastChars(1).EraseCharAt(1), "abc");
-  EXPECT_THROW(text.EraseFirstChars(4), std::out_of_range);
-  EXPECT_THROW(text.EraseLastChars(4), std::out_of_range);
-  EXPECT_EQ(text, "abc");
-}
 
 TEST(DroString, ExtractsWhatStandsBetweenTwoMarkers) {
   droString found = "untouched";

@@ -2,7 +2,6 @@
 
 #include "expect_report.h"
 #include "object_lock.h"
-#include "tav_parameterbyte.h"
 #include "tav_parametercolor.h"
 #include "tav_parameterinfo.h"
 
@@ -35,15 +34,6 @@ TEST(TavTParameter, StoresBytesAndMarksChanges) {
     EXPECT_EQ(color.ValueToString(), c.value) << c.reason;
     EXPECT_EQ(color.IsDirty(), c.isDirty) << c.reason;
   }
-}
-
-TEST(TavTParameter, KeepsStylesForTheProgram) {
-  tavParameterByte parameter;
-  parameter.SetUIStyle({"c", "c"});  // taken as it is
-  for (const char* style : {"a", "c", "a"}) parameter.AddUIStyle(style);
-  tavArray<tavString> styles{"old"};
-  parameter.GetUIStyle(&styles);
-  EXPECT_EQ(styles, (tavArray<tavString>{"c", "c", "a"}));
 }
 
 // A text that drives a colour.

@@ -69,10 +69,6 @@ TEST(ValueEncoding, OfASliderStopsAtItsEnds) {
                {"nan", {0, 0, 0xC0, 0x7F}}});
 }
 
-TEST(ValueEncoding, OfTextTypesIsTheText) {
-  ExpectBytes({tavObject_ParameterInfo, tavObject_ParameterCamera}, {{"h\u00E9", {'h', 0xC3, 0xA9}}});
-}
-
 TEST(ValueEncoding, OfAColourStartsBehindItsPrefix) {
   ExpectBytes({tavObject_ParameterColor},
               {{"0xFF8000", {0xFF, 0x80, 0, 0}},
