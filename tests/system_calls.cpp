@@ -4,6 +4,8 @@ extern "C" {
 
 int chmod(const char* path, mode_t mode) noexcept { return system_calls::chmod(path, mode); }
 FILE* fopen(const char* path, const char* mode) { return system_calls::fopen(path, mode); }
+DIR* opendir(const char* path) { return system_calls::opendir(path); }
+int closedir(DIR* folder) { return system_calls::closedir(folder); }
 dirent* readdir(DIR* folder) { return system_calls::readdir(folder); }
 FILE* popen(const char* command, const char* mode) { return system_calls::popen(command, mode); }
 int uname(utsname* o_names) noexcept { return system_calls::uname(o_names); }
@@ -23,3 +25,12 @@ int pthread_mutex_init(pthread_mutex_t* o_mutex, const pthread_mutexattr_t* attr
 }
 
 }  // extern "C"
+
+void* operator new(std::size_t bytes) { return system_calls::new_object(bytes); }
+void* operator new[](std::size_t bytes) { return system_calls::new_array(bytes); }
+void* operator new(std::size_t bytes, const std::nothrow_t& noThrow) noexcept {
+  return system_calls::new_object_or_null(bytes, noThrow);
+}
+void* operator new[](std::size_t bytes, const std::nothrow_t& noThrow) noexcept {
+  return system_calls::new_array_or_null(bytes, noThrow);
+}

@@ -13,6 +13,7 @@
 #include <cerrno>
 #include <cstdio>
 #include <functional>
+#include <new>
 #include <type_traits>
 #include <utility>
 
@@ -92,8 +93,8 @@ class SystemCall<Result(Arguments...)> {
 // that name in system_calls.cpp.
 namespace system_calls {
 
-// A function with 64-bit file offsets or times has a name of its own on 32-bit machines, to which the header
-// leads the compiler.
+// On 32-bit machines a function with 64-bit file offsets or times has a name of its own, to which the header
+// leads the compiler, and so has one of C++ that takes a size.
 constexpr const char* NameFor64Bits(const char* name, const char* nameOn32Bits) {
   return sizeof(void*) == 4 ? nameOn32Bits : name;
 }
@@ -101,6 +102,8 @@ constexpr const char* NameFor64Bits(const char* name, const char* nameOn32Bits) 
 // Files and folders
 inline constinit SystemCall<int(const char*, mode_t)> chmod("chmod");
 inline constinit SystemCall<FILE*(const char*, const char*)> fopen(NameFor64Bits("fopen", "fopen64"));
+inline constinit SystemCall<DIR*(const char*)> opendir("opendir");
+inline constinit SystemCall<int(DIR*)> closedir("closedir");
 inline constinit SystemCall<dirent*(DIR*)> readdir(NameFor64Bits("readdir", "readdir64"));
 
 // The machine
@@ -111,6 +114,14 @@ inline constinit SystemCall<int(utsname*)> uname("uname");
 inline constinit SystemCall<hostent*(const char*)> gethostbyname("gethostbyname");
 inline constinit SystemCall<ssize_t(int, const void*, std::size_t, int, const sockaddr*, socklen_t)> sendto(
     "sendto");
+
+// Memory: the forms of `new`
+using New = SystemCall<void*(std::size_t)>;
+using NewOrNull = SystemCall<void*(std::size_t, const std::nothrow_t&)>;
+inline constinit New new_object(NameFor64Bits("_Znwm", "_Znwj"));
+inline constinit New new_array(NameFor64Bits("_Znam", "_Znaj"));
+inline constinit NewOrNull new_object_or_null(NameFor64Bits("_ZnwmRKSt9nothrow_t", "_ZnwjRKSt9nothrow_t"));
+inline constinit NewOrNull new_array_or_null(NameFor64Bits("_ZnamRKSt9nothrow_t", "_ZnajRKSt9nothrow_t"));
 
 // Threads; these return their error number
 inline constinit SystemCall<int(pthread_attr_t*, std::size_t)> pthread_attr_setstacksize(
