@@ -9,6 +9,7 @@
 #include <cerrno>
 #include <utility>
 
+#include "bound_socket.h"
 #include "emulation.h"
 #include "expect_report.h"
 #include "system_calls.h"
@@ -25,7 +26,9 @@ constexpr unsigned char kMac[] = {0x00, 0x11, 0x22, 0x33, 0x44, 0x55};
 
 // A network that keeps what is sent and knows one name: nothing leaves the machine.
 struct DroOsUdpSocketAway : testing::Test {
-  ssize_t Send(const void* data, std::size_t length, const sockaddr* to) {
+  ssize_t Send(int descriptor, const void* data, std::size_t length, const sockaddr* to) {
+    socklen_t size = sizeof mayBroadcast;
+    getsockopt(descriptor, SOL_SOCKET, SO_BROADCAST, &mayBroadcast, &size);
     datagram.assign(static_cast<const char*>(data), length);
     const auto* address = reinterpret_cast<const sockaddr_in*>(to);
     destination = inet_ntoa(address->sin_addr) + (":" + std::to_string(ntohs(address->sin_port)));
@@ -35,13 +38,16 @@ struct DroOsUdpSocketAway : testing::Test {
     lookedUp = name;
     return inet_aton(lookedUp == "myhost" ? "10.1.2.3" : name, &found) != 0 ? &host : nullptr;
   }
+  int mayBroadcast = 0;
   std::string datagram, destination, lookedUp;
   in_addr found{};
   char* addresses[2] = {reinterpret_cast<char*>(&found), nullptr};
   hostent host{nullptr, nullptr, AF_INET, sizeof found, addresses};
   const decltype(system_calls::sendto)::Replacement sending{
-      system_calls::sendto, [this](int, const void* data, std::size_t length, int, const sockaddr* to,
-                                   socklen_t) { return Send(data, length, to); }};
+      system_calls::sendto,
+      [this](int descriptor, const void* data, std::size_t length, int, const sockaddr* to, socklen_t) {
+        return Send(descriptor, data, length, to);
+      }};
   const decltype(system_calls::gethostbyname)::Replacement names{
       system_calls::gethostbyname, [this](const char* name) { return Find(name); }};
 };
@@ -81,6 +87,7 @@ TEST_F(DroOsUdpSocketAway, WakeOnLanBroadcastsTheMagicPacket) {
   EXPECT_EQ(Socket::WakeOnLan(kMac, 9), droError_NoError);
   EXPECT_EQ(datagram, packet);
   EXPECT_EQ(destination, "255.255.255.255:9");
+  EXPECT_NE(mayBroadcast, 0);
   const auto cutting = system_calls::sendto.Returns(101);
   constexpr ReportsOf kCut{"dro_osudpsocket", 2};
   ExpectReport(kCut("WakeOnLan", "can not send all packet data"), 2,
@@ -89,17 +96,9 @@ TEST_F(DroOsUdpSocketAway, WakeOnLanBroadcastsTheMagicPacket) {
 
 // A socket that receives what it sends.
 struct DroOsUdpSocketHere : testing::Test {
-  DroOsUdpSocketHere() {
-    sockaddr_in own{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
-    socklen_t length = sizeof own;
-    EXPECT_EQ(bind(descriptor, reinterpret_cast<sockaddr*>(&own), length), 0);
-    getsockname(descriptor, reinterpret_cast<sockaddr*>(&own), &length);
-    port = ntohs(own.sin_port);
-    socket.SetTo("127.0.0.1", port);
-  }
-  const int descriptor = ::socket(AF_INET, SOCK_DGRAM, 0);
-  Socket socket{kType, descriptor};
-  unsigned short port = 0;
+  DroOsUdpSocketHere() { socket.SetTo("127.0.0.1", bound.Port()); }
+  const BoundSocket bound;
+  Socket socket{kType, dup(bound.Descriptor())};
   char buffer[8] = "-------";
 };
 
@@ -112,7 +111,7 @@ TEST_F(DroOsUdpSocketHere, DatagramArrivesWithItsSenderCutToTheBuffer) {
   EXPECT_EQ(socket.Receive(buffer, 3, &source, &sourcePort), 3);
   EXPECT_EQ(std::string(buffer, 5), std::string("a\0b--", 5));
   EXPECT_EQ(source, "127.0.0.1");
-  EXPECT_EQ(sourcePort, port);
+  EXPECT_EQ(sourcePort, bound.Port());
 }
 
 // A call that is interrupted at first, and then fails for good.
@@ -150,7 +149,7 @@ TEST_F(DroOsUdpSocketHere, IsReadyBeyondTheEndOfAnFdSet) {
   if (kIsEmulated) GTEST_SKIP() << "qemu knows sets of FD_SETSIZE descriptors only";
   const rlimit limit{4096, 4096};
   setrlimit(RLIMIT_NOFILE, &limit);
-  Socket high(kType, fcntl(descriptor, F_DUPFD, FD_SETSIZE * 2));
+  Socket high(kType, fcntl(bound.Descriptor(), F_DUPFD, FD_SETSIZE * 2));
   EXPECT_TRUE(high.IsReadyToSend(10000));
 }
 
