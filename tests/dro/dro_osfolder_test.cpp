@@ -57,4 +57,40 @@ TEST_F(DroOsFolder, ThatCannotBeReadIsReported) {
   EXPECT_EQ(entry.GetName(), "");
 }
 
+TEST_F(DroOsFolder, ThatCannotBeClosedIsReportedAndNoOtherOpened) {
+  folder.open(path);
+  const Report cannotClose = kFailure("close", WithSystemError("Can not close directory " + path, EIO));
+  const auto broken = system_calls::closedir.ReplaceBy([](DIR* stream) {
+    system_calls::closedir.Real(stream);
+    errno = EIO;
+    return -1;
+  });
+  ExpectReports({cannotClose, kFailure("open", "can not close directory ")}, 2,
+                [this] { return folder.open("/"); });
+  EXPECT_FALSE(folder.IsValid());
+  const auto lose = [this] { return droOsUtility::Folder().open(path); };
+  ExpectReports({cannotClose, kFailure("~Folder", "can not close directory ")}, droError_NoError, lose);
+}
+
+TEST_F(DroOsFolder, OfTheNetworkTellsTheAddressOfEachInterfaceButTheLoopback) {
+  // The test's folder in the place of the system's.
+  const auto instead = [this](std::string name) {
+    const std::string system = "/sys/class/net/";
+    return name.starts_with(system) ? name.replace(0, system.size(), path + "/") : name;
+  };
+  for (const char* interface : {"lo", "eth0", "usb0", "none"})
+    std::filesystem::create_directory(path + "/" + interface);
+  WriteFile(path + "/lo/address", "00:00:00:00:00:00\n");
+  WriteFile(path + "/eth0/address", "02:00:5e:10:00:01\n");
+  WriteFile(path + "/usb0/address", "02:00:5e:10:00:02");  // a line feed is no condition
+  const auto folders = system_calls::opendir.ReplaceBy(
+      [&](const char* name) { return system_calls::opendir.Real(instead(name).c_str()); });
+  const auto files = system_calls::fopen.ReplaceBy([&](const char* name, const char* mode) {
+    return system_calls::fopen.Real(instead(name).c_str(), mode);
+  });
+  droArray<droString> addresses{"kept"};
+  EXPECT_EQ(droOsUtility::GetMacAddress(&addresses), droError_NoError);
+  EXPECT_THAT(addresses, testing::UnorderedElementsAre("kept", "02:00:5e:10:00:01", "02:00:5e:10:00:02"));
+}
+
 }  // namespace

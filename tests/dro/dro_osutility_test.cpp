@@ -8,6 +8,7 @@
 #include "expect_report.h"
 #include "stand_ins.h"
 #include "system_calls.h"
+#include "vutility.h"
 
 using namespace dro;
 using std::string_literals::operator""s;
@@ -55,6 +56,35 @@ TEST_F(DroOsUtility, ReportsAScriptThatItCannotRun) {
   const auto notPermitted = system_calls::chmod.FailsWith(EPERM);
   ExpectReport(kFailure("ExecuteScript", WithSystemError("Can not set chmod " + scriptPath, EPERM)), 2,
                Running("echo a"));
+}
+
+TEST_F(DroOsUtility, MovesAndDeletesAFile) {
+  const std::string from = folder.Path("from"), to = folder.Path("to");
+  WriteFile(from, "contents");
+  EXPECT_EQ(droOsUtility::FileMove(from.c_str(), to.c_str()), 0);
+  EXPECT_EQ(droOsUtility::FileMove(from.c_str(), nullptr), -1);
+  ExpectReport(ReportsOf{"dro_osfile", 2}("Open", WithSystemError("tavFile handle is invalid, == 0", ENOENT)),
+               false, [&] { return droOsUtility::FileExist(from.c_str()); });
+  EXPECT_TRUE(droOsUtility::FileExist(to.c_str()));
+  EXPECT_EQ(droOsUtility::FileDelete(to.c_str()), droError_NoError);
+  EXPECT_FALSE(droOsUtility::FolderExist(to.c_str()));
+  EXPECT_TRUE(droOsUtility::FolderExist("/"));
+  for (const char* path : {to.c_str(), static_cast<const char*>(nullptr)})
+    ExpectReport(kFailure("FileDelete", "Can not delete file"), 2,
+                 [&] { return droOsUtility::FileDelete(path); });
+}
+
+TEST_F(DroOsUtility, MakesAPathAbsoluteThatBeginsAtTheCurrentFolder) {
+  const std::string before = VUtility::GetCurrentDir();
+  const auto fullPath = [](const char* current, const char* path) {
+    EXPECT_TRUE(VUtility::SetCurrentDir(current));
+    return droOsUtility::GetModuleFullPath(path);
+  };
+  EXPECT_EQ(fullPath("/usr/lib", "./../bin/x"), "/usr/bin/x");
+  EXPECT_EQ(fullPath("/", "./x"), "/x");
+  EXPECT_EQ(fullPath("/usr", "../../x"), "/x") << "there is nothing above the root";
+  EXPECT_EQ(fullPath("/usr", "bin/x"), "bin/x") << "such a program was found on the search path";
+  EXPECT_TRUE(VUtility::SetCurrentDir(before));
 }
 
 TEST(DroOsUtilityMachine, TellsWhatItsCommandsPrint) {

@@ -1,5 +1,5 @@
 // The two clock classes, tavTime of the SDK and droTime of the OS library: what both do alike, checked for
-// each, and what only one of them knows.
+// each, and what only one of them knows; and VTime, which both read the machine's clock with.
 #include <gmock/gmock.h>
 
 #include <array>
@@ -7,6 +7,7 @@
 #include "dro_time.h"
 #include "tav_time.h"
 #include "test_clock.h"
+#include "vtime.h"
 
 using dro::droTime;
 using tavon::tavTime;
@@ -35,6 +36,7 @@ TYPED_TEST(BothClocks, CountTheMonthsOfTodayFromZero) {
 TYPED_TEST(BothClocks, CountTheMonthsOfACustomTimeFromOne) {
   EXPECT_EQ(TypeParam::GetCustomTime(2014, 4, 8, 10, 15, 2), TypeParam::GetCurrentTime());
   EXPECT_EQ(TypeParam::GetCustomTime(1899, 1, 2, 0, 0, 0), TypeParam::GetCustomTime(1900, 1, 2, 0, 0, 0));
+  EXPECT_LT(TypeParam::GetCustomTime(1900, 1, 2, 0, 0, 0), TypeParam::GetCustomTime(1901, 1, 2, 0, 0, 0));
 }
 
 TYPED_TEST(BothClocks, TakeSecondsApart) {
@@ -68,6 +70,32 @@ TEST_F(Clocks, WrapTheirMillisecondsAtThirtyTwoBits) {
   EXPECT_EQ(milliseconds, 0xFFFFFFFF00000000 + 2287730800U) << "extended with their sign";
   droTime::GetTimePerSecond(&rate);
   EXPECT_EQ(rate, 1000000U) << "although it counts milliseconds: callers know both";
+}
+
+TEST_F(Clocks, WrapTheirSecondsAtThirtyTwoBits) {
+  clock.JumpTo(TestClock::Moment(4294967301000007));  // in the year 2106
+  EXPECT_EQ(VTime::Time(), 5000U);
+  EXPECT_EQ(VTime::TimeUS(), 4294967301000007U);
+  unsigned long seconds = 0;
+  long microseconds = 0;
+  VTime::Time(&seconds, nullptr);
+  VTime::Time(nullptr, &microseconds);
+  EXPECT_EQ(seconds, 5U);
+  EXPECT_EQ(microseconds, 7);
+}
+
+TEST_F(Clocks, WaitForTheNextMultipleOfAStep) {
+  const auto remaining = [this](int minute, int second, int step) {
+    clock.JumpTo(TestClock::Utc(2014, 4, 8, 8, minute, second));
+    unsigned long milliseconds = 0;
+    droTime::GetRemainingTimeWithClock(&milliseconds, static_cast<droTime::EMinutesStep>(step));
+    return milliseconds;
+  };
+  EXPECT_EQ(remaining(7, 30, 5), 150000U);
+  EXPECT_EQ(remaining(56, 0, 7), 420000U) << "a whole step when one has just begun";
+  EXPECT_EQ(remaining(57, 0, 7), 180000U) << "the full hour ends every step";
+  EXPECT_EQ(remaining(7, 30, 61), 3150000U);
+  EXPECT_EQ(remaining(7, 30, 0), 30000U);
 }
 
 }  // namespace

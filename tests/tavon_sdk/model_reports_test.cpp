@@ -8,14 +8,9 @@
 #include "dro_error.h"
 #include "expect_report.h"
 #include "failing_allocation.h"
+#include "src/tav_parametertypes.h"
 #include "system_calls.h"
-#include "tav_parameterbyte.h"
-#include "tav_parametercamera.h"
 #include "tav_parameterfactory.h"
-#include "tav_parametershutter.h"
-#include "tav_parameterswitchrelease.h"
-#include "tav_parameterthermochronoweek.h"
-#include "tav_parametervrscene.h"
 #include "tav_virtualitemparameter.h"
 #include "tav_virtualitemwait.h"
 #include "tav_workerthread.h"
@@ -169,6 +164,7 @@ TEST(ModelReports, EveryRecordOfAMemoryShortage) {
       record("Can not allocate tavSysEvent object", "tav_virtualitemwait", "Execute", 33),
   };
   for (const tavError& expected : records) EXPECT_THAT(printed, HasSubstr(expected.GetDescription()));
+  EXPECT_THAT(printed, HasSubstr("m_pDrivenMap == 0"));
 }
 
 TEST(ModelReports, EveryRecordOfAThreadShortage) {

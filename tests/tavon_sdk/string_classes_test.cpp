@@ -3,13 +3,16 @@
 #include <gmock/gmock.h>
 #include <utf8.h>
 
+#include <algorithm>
+
 #include "dro_string.h"
 #include "expect_report.h"
+#include "failing_allocation.h"
 #include "tav_string.h"
 
 using dro::droString;
 using tavon::tavString;
-using testing::ElementsAre;
+using testing::ElementsAre, testing::Pair;
 using std::string_literals::operator""s;
 
 namespace {
@@ -161,7 +164,45 @@ TEST(StringClassRules, ReadNumbersBeyondTheirLimitsEachInItsWay) {
   EXPECT_EQ(droString::AsULong("-1", 10), 4294967295);
 }
 
+TEST(StringClassRules, NeedMemoryForAllWideTextThatIsSpokenOfInTheSdkOnly) {
+  const auto shortage = FailingAllocation::OfAtLeast(1000000);
+  ExpectReport({5, "tav_string", "FromWide", "pBuffer == 0", 391}, "",
+               [] { return tavString::FromWide(L"abc", 1000000); });
+  EXPECT_EQ(droString::FromWide(L"abc", 1000000), "abc");
+}
+
 // What only the OS library can do.
+
+TEST(DroString, ErasesAtEitherEndAndThrowsWhereThereIsLess) {
+  droString text = "_abc_";
+  EXPECT_EQ(text.EraseFirstChars(1).EraseLastChars(1), "abc");
+  EXPECT_THROW(text.EraseFirstChars(4), std::out_of_range);
+  EXPECT_THROW(text.EraseLastChars(4), std::out_of_range);
+  EXPECT_EQ(text.EraseCharAt(2), "ab");
+  EXPECT_EQ(text.Clear(), "");
+}
+
+TEST(DroString, KnowsDigits) {
+  EXPECT_TRUE(std::ranges::all_of("09"s, droString::IsDigit));
+  EXPECT_TRUE(std::ranges::none_of("/:a"s, droString::IsDigit));
+  EXPECT_TRUE(std::ranges::all_of("09AFaf"s, droString::IsHexChar));
+  EXPECT_TRUE(std::ranges::none_of("/:@G`g"s, droString::IsHexChar));
+  EXPECT_EQ(droString("abcb").GetCharacterCount('b'), 2U);
+}
+
+TEST(DroString, ReadsBytesAndPairsBetweenSeparators) {
+  dro::droArray<unsigned char> bytes{1};
+  droString::SerialStringToData(&bytes, "0A::fF:123", ":");
+  EXPECT_THAT(bytes, ElementsAre(1, 0x0A, 0xFF, 0x23));
+  dro::droMap<droString, droString> values;
+  droString("a=1=b=2=c=").GetSplitAsMap(&values, "=");
+  EXPECT_THAT(values, ElementsAre(Pair("a", "1"), Pair("b", "2"))) << "a key at the end has no value";
+  constexpr ReportsOf invalid{"dro_string", 7};
+  ExpectReport(invalid("SerialStringToData", "strSerial == 0"),
+               [&] { droString::SerialStringToData(&bytes, "", ":"); });
+  ExpectReport(invalid("SerialStringToData", "o_data == 0"),
+               [] { droString::SerialStringToData(nullptr, "1", ":"); });
+}
 
 TEST(DroString, ExtractsWhatStandsBetweenTwoMarkers) {
   droString found = "untouched";

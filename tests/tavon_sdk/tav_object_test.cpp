@@ -43,6 +43,9 @@ TEST(TavObject, DescribesItselfWithoutEscaping) {
   object.SetSuffix(L"-s");
   object.SetUniqueID(12);
   object.SetFlags(0x41);
+  object.SetUserData(&object);
+  EXPECT_EQ(object.GetUserData(), &object);
+  EXPECT_EQ(object.GetName() + object.GetPrefix() + object.GetSuffix(), L"\u00E9\"<p&-s");
   EXPECT_EQ(object.SerializeAsXml(),
             "<Object uid=\"12\" type=\"0\" name=\"\u00E9\"<\" pref=\"p&\" suff=\"-s\"><parameters>"
             "<flags>01000001</flags></parameters></Object>");

@@ -1,5 +1,7 @@
 #include "tav_systemutility.h"
 
+#include <gmock/gmock.h>
+
 #include <functional>
 
 #include "expect_report.h"
@@ -9,6 +11,7 @@
 namespace tavon {
 namespace {
 
+using testing::HasSubstr;
 using Utility = tavSystemUtility;
 
 // No command of the system runs but grep and wc: what stands in for the others prints a file.
@@ -68,6 +71,22 @@ TEST_F(TavSystemUtility, RunsACommandAndReadsWhatItPrints) {
     const auto noPipe = system_calls::popen.FailsWith(EMFILE);
     ExpectReport({4, "tav_systemutility", c.function, "Can not open system pipe"}, c.withoutPipe, c.run);
   }
+}
+
+TEST_F(TavSystemUtility, FindsAHostByItsHardwareAddressWhenItDoesNotAnswer) {
+  WriteFile(output, "host ether 02:00:5e:10:00:02\n");
+  EXPECT_EQ(Utility::SuperPing("host"), 1);
+  EXPECT_THAT(standIns.Calls(), HasSubstr("arp -d host\n"));
+  WriteFile(output, "ttl=64\n");
+  EXPECT_EQ(Utility::SuperPing("host"), 1);
+  EXPECT_EQ(standIns.Calls(), "grep ttl\nping host -c 1\n");
+  WriteFile(output, "");
+  EXPECT_EQ(Utility::SuperPing("host"), 0);
+}
+
+TEST_F(TavSystemUtility, TellsTheStatusOfADeletion) {
+  EXPECT_EQ(Utility::DeleteFileSystem("a"), 3 << 8) << "as the system does; the exit status is 3";
+  EXPECT_EQ(standIns.Calls(), "rm a\n");
 }
 
 TEST(TavSystemUtilityDescription, NamesTheSystemUnlessThatDoesNotTell) {

@@ -36,6 +36,20 @@ TEST(TavTParameter, StoresBytesAndMarksChanges) {
   }
 }
 
+TEST(TavTParameter, KeepsEachStyleOnceAndItsSettings) {
+  tavParameterColor color;
+  color.SetUIStyle({"a", "b"});
+  color.AddUIStyle("b");
+  color.AddUIStyle("c");
+  tavArray<tavString> styles{"old"};
+  color.GetUIStyle(&styles);
+  EXPECT_EQ(styles, (tavArray<tavString>{"a", "b", "c"}));
+  color.SetSettings("red");
+  tavString settings;
+  color.GetSettings(&settings);
+  EXPECT_EQ(settings, "red");
+}
+
 // A text that drives a colour.
 struct TavTParameterLink : testing::Test {
   TavTParameterLink() {

@@ -8,6 +8,7 @@
 #include <thread>
 
 #include "system_calls.h"
+#include "test_clock.h"
 
 namespace {
 
@@ -66,15 +67,17 @@ TEST(VThread, StopOfAHeldThreadWaitsUntilAnotherLetsItGo) {
 }
 
 TEST(VThread, EveryWaitLetsTheWorkGoOnUntilAStop) {
+  const TestClock clock(std::chrono::microseconds(1000600000));
   RunToItsEnd([](VThread* self, void*) {
-    EXPECT_TRUE(self->WaitContinue(1));
-    EXPECT_TRUE(self->WaitContinue(0, 1));
+    EXPECT_TRUE(self->WaitContinue(0));
     EXPECT_TRUE(self->WaitContinueUntil(1));
-    EXPECT_TRUE(self->WaitContinueUntil(1, 0));
-    EXPECT_EQ(self->WaitContinueRet(1), 110);
-    EXPECT_EQ(self->WaitContinueRet(0, 1), 110);
+    EXPECT_EQ(self->WaitContinueRet(0), 110);
     EXPECT_EQ(self->WaitContinueUntilRet(1), 110);
-    EXPECT_EQ(self->WaitContinueUntilRet(1, 0), 110);
+    // More microseconds than one second can take are refused at once.
+    EXPECT_TRUE(self->WaitContinue(60, 1400000));
+    EXPECT_TRUE(self->WaitContinueUntil(2000, 1000000));
+    EXPECT_EQ(self->WaitContinueRet(60, 1400000), 111);
+    EXPECT_EQ(self->WaitContinueUntilRet(2000, 1000000), 111);
     self->Stop();  // only asks, for the work cannot wait for its own end
     EXPECT_FALSE(self->WaitContinue(60000));
     EXPECT_FALSE(self->WaitContinue(60, 0));

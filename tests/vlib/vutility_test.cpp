@@ -37,6 +37,8 @@ TEST(VUtility, TakesPathsApart) {
   EXPECT_EQ(VUtility::ExtractFileName("a::b::c", "::"), ":c") << "one character is skipped, on purpose";
   EXPECT_EQ(VUtility::ExtractFilePath("a/b", ""), "");
   EXPECT_EQ(VUtility::ExtractFileName("a/b", ""), "");
+  EXPECT_EQ(VUtility::TrimString("  \ta b "), "\ta b");
+  EXPECT_EQ(VUtility::TrimString(" "), "");
 }
 
 TEST(VUtility, ConvertsTextAsTheLocaleSays) {
@@ -45,7 +47,9 @@ TEST(VUtility, ConvertsTextAsTheLocaleSays) {
   EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "a\xE2\x82\xAC");
   EXPECT_EQ(VUtility::StringToWideString("a\xFF"), L"") << "which it does not know";
   EXPECT_EQ(VUtility::ToUpperCase(std::wstring(L"h\u00E9[")), L"H\u00C9[");
+  EXPECT_EQ(VUtility::ToLowerCase(std::wstring(L"H\u00C9[")), L"h\u00E9[");
   EXPECT_EQ(VUtility::ToUpperCase(std::string("h[z")), "H[Z");
+  EXPECT_EQ(VUtility::ToLowerCase(std::string("H[Z")), "h[z");
   std::setlocale(LC_CTYPE, "C");
   EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "");
 }
@@ -85,6 +89,28 @@ TEST_F(VUtilityFiles, CopyFailsWithoutSourcePermissionOrRoom) {
   EXPECT_EQ(ReadFile(target), "old");
   EXPECT_FALSE(VUtility::CpFile(source, folder.Path("none/target"), true));
   EXPECT_FALSE(VUtility::CpFile(source, "/dev/full", true));
+}
+
+TEST_F(VUtilityFiles, LogsToTheEndOfAFileUntilItIsDeleted) {
+  EXPECT_FALSE(VUtility::FileExists(target));
+  EXPECT_TRUE(VUtility::LogFile(target, "a"));
+  EXPECT_TRUE(VUtility::LogFile(target, "b"));
+  EXPECT_TRUE(VUtility::FileExists(target));
+  EXPECT_EQ(ReadFile(target), "ab");
+  EXPECT_TRUE(VUtility::DelFile(target));
+  EXPECT_FALSE(VUtility::DelFile(target)) << "it is gone";
+  EXPECT_FALSE(VUtility::LogFile(folder.Path("none/log"), "a"));
+  EXPECT_FALSE(VUtility::LogFile(nullptr, "a"));
+  EXPECT_FALSE(VUtility::CpFile(nullptr, target.c_str(), true));
+}
+
+TEST_F(VUtilityFiles, ListsAFolderByName) {
+  WriteFile(folder.Path("b"), "");
+  VUtility::CreateDir(folder.Path("c"), false);
+  std::filesystem::create_directory_symlink("c", folder.Path("a"));
+  EXPECT_EQ(VUtility::DirList(folder.Path()), ".\n..\na\nb\nc\n");
+  EXPECT_EQ(VUtility::DirListType(folder.Path()), "<DIR>  .\n<DIR>  ..\n<FILE> a\n<FILE> b\n<DIR>  c\n");
+  EXPECT_EQ(VUtility::DirList(folder.Path("b")), "") << "which is no folder";
 }
 
 TEST_F(VUtilityFiles, RemovesAFolderWithAllThatIsInItButNotWhereLinksLead) {
