@@ -35,7 +35,7 @@ TEST(DatagramText, TellsWhatTheValueMeansToAParameter) {
       {"ParameterThermoChronoWeek", {0}, " means the schedule is off"},
       {"ParameterThermoChronoWeek", {1, 0}, " means the first 2 of 673 bytes"},
       // Neither control characters nor what is no UTF-8 may reach a terminal.
-      {"ParameterInfo", {'H', '\n', 0xC3, ' ', 0x7F}, " means H\\x0A\\xC3 \\x7F"},
+      {"ParameterInfo", {'H', '\n', 0xC3, ' ', 0x7F}, R"( means H\x0A\xC3 \x7F)"},
       {"ParameterInfo", {0xC2, 0xA0, 0xC2, 0x9F}, " means \u00A0\\xC2\\x9F"},
   };
   for (const auto& c : cases) {
