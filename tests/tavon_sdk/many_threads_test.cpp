@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <barrier>
 #include <functional>
-#include <latch>
 #include <memory>
 #include <mutex>
 #include <thread>
@@ -17,13 +17,16 @@
 namespace tavon {
 namespace {
 
-// Makes each call on two threads at once, often enough that they meet.
+// Makes each call on two threads at once, again and again. They start each round together, so that they meet
+// on a busy machine, too.
 void CallOnTwoThreads(const std::vector<std::function<void()>>& calls) {
   for (const auto& call : calls) {
-    std::latch start(2);
+    std::barrier round(2);
     const auto callOften = [&] {
-      start.arrive_and_wait();
-      for (int i = 0; i < 300; ++i) call();
+      for (int i = 0; i < 50; ++i) {
+        round.arrive_and_wait();
+        call();
+      }
     };
     std::thread other(callOften);
     callOften();

@@ -90,6 +90,8 @@ TEST_F(TavParameterVRScene, SerializesItsItemsWithTheirPresentValues) {
   EXPECT_EQ(scene.SerializeParametersAsXml(),
             "<flags>00000000</flags><value>0</value><scene><wait ms_time=\"500\"></wait>"
             "<set id=\"42\" val=\"5\"></set></scene>");
+  scene.BuildScene_Begin();
+  EXPECT_THAT(scene.SerializeParametersAsXml(), HasSubstr("<scene></scene>")) << "a new scene";
 }
 
 TEST_F(TavParameterVRScene, IsNotPlayedAgainByThePlayThatIsUnderWay) {
