@@ -80,6 +80,7 @@ TEST_F(Clocks, WrapTheirSecondsAtThirtyTwoBits) {
   long microseconds = 0;
   VTime::Time(&seconds, nullptr);
   VTime::Time(nullptr, &microseconds);
+  tavTime::GetTime(&seconds, &microseconds);
   EXPECT_EQ(seconds, 5U);
   EXPECT_EQ(microseconds, 7);
 }

@@ -23,7 +23,7 @@ void CallOnTwoThreads(const std::vector<std::function<void()>>& calls) {
   for (const auto& call : calls) {
     std::barrier round(2);
     const auto callOften = [&] {
-      for (int i = 0; i < 50; ++i) {
+      for (int i = 0; i < 10; ++i) {
         round.arrive_and_wait();
         call();
       }
@@ -36,7 +36,10 @@ void CallOnTwoThreads(const std::vector<std::function<void()>>& calls) {
 
 struct ManyThreads : testing::TestWithParam<int> {};
 INSTANTIATE_TEST_SUITE_P(OfType, ManyThreads,
-                         testing::Range<int>(tavObject_ParameterSwitch, tavObject_ParameterCamera));
+                         testing::Range<int>(tavObject_ParameterSwitch, tavObject_ParameterCamera),
+                         [](const auto& type) -> std::string {
+                           return tavParameterFactory::IdToTypeName(static_cast<tavEObject>(type.param));
+                         });
 
 // What each thread reads into.
 thread_local tavString text;
@@ -115,9 +118,10 @@ TEST(ManyThreads, MayUseASceneThatOneBuilds) {
     const std::lock_guard lock(building);
     scene.BuildScene_Begin();
     scene.BuildScene_AddSetParameter(&target, &value, 1);
-    if (!scene.UseThread()) scene.BuildScene_AddWait(10);
+    scene.BuildScene_AddWait(10);
   };
   CallOnTwoThreads({
+      [&] { build(), scene.UseThread(); },
       [&] { build(), scene.SerializeParametersAsXml(); },
       [&] { build(), scene.SetValue(scene.GetValue() == 0 ? 1 : 0); },
       [&] { wait.Prepare(), wait.ExitExecute(); },

@@ -132,7 +132,7 @@ TEST(TavParameterCamera, GivesTheLocalUrlInALocalNetworkAndTheOnlyOneAnywhere) {
   camera.SetLocalUrl(L"\u00E9");
   EXPECT_EQ(camera.GetUrl("192.168.1.20"), "\u00E9");
   EXPECT_EQ(camera.GetUrl("192.168.10.1"), "far") << "a network is known by its whole prefix";
-  camera.SetRemoteUrl("");
+  camera.SetRemoteUrl(L"");
   EXPECT_EQ(camera.GetUrl("1.2.3.4"), "\u00E9");
   ExpectReport({6, "tav_parametercamera", "GetUrl", "strIp is not valid ip! host"}, "",
                [&] { return camera.GetUrl("host"); });

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <barrier>
 #include <cerrno>
 #include <future>
 #include <thread>
@@ -117,14 +118,16 @@ TEST(VThread, AutoReleaseObjectIsOnlyAskedToStopAndFreesItself) {
 
 TEST(VThread, LetsAnyThreadCallAnyOperation) {
   WorkingThread working;
+  std::barrier round(2);
   const auto use = [&] {
-    for (int round = 0; round < 50; ++round) {
+    for (int i = 0; i < 50; ++i) {
+      round.arrive_and_wait();
       working.thread.SetWork(WorkingThread::Work, &working);
-      working.thread.SetAutoRelease(false);
       working.thread.CreateSuspended(false);
       working.Start();
       working.thread.Running();
       working.thread.Stop();
+      working.thread.SetAutoRelease(false);
     }
   };
   std::thread another(use);
