@@ -48,6 +48,7 @@ TEST_F(DroOsFolder, ThatCannotBeReadIsReported) {
       {kInvalid("GetFirstFile", "io_pFolderFile == 0"), 7, [&] { return folder.GetFirstFile(nullptr); }},
       {kInvalid("GetNextFile", "io_pFolderFile == 0"), 7, [&] { return folder.GetNextFile(nullptr); }},
       {kInvalid("GetFolder", "io_pFolder == 0"), 7, [&] { return droOsUtility::GetFolder(path, nullptr); }},
+      {kInvalid("GetMacAddress", "o_aMacs == 0"), 7, [] { return droOsUtility::GetMacAddress(nullptr); }},
       {noEntry(EBADF), 2, [&] { return folder.GetFirstFile(&entry); }},
   });
   EXPECT_EQ(folder.close(), droError_NoError) << "there is nothing to close";

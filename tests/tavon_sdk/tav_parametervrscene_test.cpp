@@ -16,6 +16,7 @@ namespace tavon {
 namespace {
 
 using std::chrono::milliseconds;
+using testing::ContainsRegex;
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -92,6 +93,15 @@ TEST_F(TavParameterVRScene, SerializesItsItemsWithTheirPresentValues) {
             "<set id=\"42\" val=\"5\"></set></scene>");
   scene.BuildScene_Begin();
   EXPECT_THAT(scene.SerializeParametersAsXml(), HasSubstr("<scene></scene>")) << "a new scene";
+}
+
+TEST_F(TavParameterVRScene, AppendsBehindTheItemsThatAnItemBroughtWithIt) {
+  auto* const item = new tavVirtualItemWait;
+  item->SetNext(new tavVirtualItemWait);
+  scene.add_as_last(item);
+  scene.BuildScene_AddWait(10);
+  EXPECT_THAT(scene.SerializeParametersAsXml(),
+              ContainsRegex("<scene>(<wait ms_time=.[0-9]+.></wait>){3}</scene>"));
 }
 
 TEST_F(TavParameterVRScene, IsNotPlayedAgainByThePlayThatIsUnderWay) {
