@@ -21,6 +21,7 @@ TEST(TavCommandLine, SplitsATextAtBlanksOutsideOfQuotes) {
   EXPECT_THAT(ArgumentsOf("  -id   42  "), ElementsAre("-id", "42"));
   EXPECT_THAT(ArgumentsOf(R"("a  b"c "" d")"), ElementsAre("a b", "c", " d"))
       << "runs of blanks and of quotes";
+  EXPECT_THAT(ArgumentsOf(R"("a b" c "d e")"), ElementsAre("a b", "c", "d e"));
   EXPECT_THAT(ArgumentsOf(R"(a"b c" d)"), ElementsAre(R"(a"b)", R"(c")", "d")) << "quotes within a word";
   EXPECT_THAT(ArgumentsOf(R"(a "b c)"), ElementsAre("a")) << "never closed: the list ends before it";
 }
