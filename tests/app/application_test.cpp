@@ -1,6 +1,6 @@
 #include "application.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 
 #include <string>
 #include <vector>
@@ -10,12 +10,10 @@ namespace {
 // An application whose fields can be looked at.
 class TestedApplication : public Application {
  public:
-  using Application::Address;
   using Application::Id;
   using Application::Password;
   using Application::Port;
   using Application::Type;
-  using Application::User;
   using Application::Value;
 
   // Init with the path of the program and its options.
@@ -34,20 +32,6 @@ TEST(Application, TakesWhateverFollowsAnOptionAsItsValue) {
   EXPECT_EQ(application.Value, "5");
   EXPECT_EQ(application.Type, "-p");
   EXPECT_EQ(application.Password, "") << "present, with nothing behind it";
-}
-
-TEST(Application, KnowsItsPathAndFillsInWhatIsNotGiven) {
-  TestedApplication application;
-  ASSERT_EQ(application.Start({"/bin/ura_event", "-id", "7", "-val", "v", "-type", "t"}), 0U);
-  EXPECT_EQ(application.GetFullPath(), "/bin/ura_event");
-  EXPECT_EQ(application.User, "__ura_event__");
-  EXPECT_EQ(application.Password, "kalnor357");
-  EXPECT_EQ(application.Address, "localhost");
-  EXPECT_EQ(application.Port, 16548);
-  EXPECT_EQ(application.GetName(), "tavon Ura event");
-  EXPECT_THAT(
-      application.GetInfo(),
-      testing::MatchesRegex("(\n(Name|Version|Build|Description|Maker|Copyright|Owner) -+ : [^\n]+){7}\n"));
 }
 
 }  // namespace

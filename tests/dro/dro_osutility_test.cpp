@@ -74,11 +74,6 @@ TEST_F(DroOsUtility, MovesAndDeletesAFile) {
                  [&] { return droOsUtility::FileDelete(path); });
 }
 
-TEST_F(DroOsUtility, TakesAPathApart) {
-  EXPECT_EQ(droOsUtility::GetParentFolder("a/b/c.txt"), "a/b");
-  EXPECT_EQ(droOsUtility::GetFileNameWithExtension("a/b/c.txt"), "c.txt");
-}
-
 TEST_F(DroOsUtility, MakesAPathAbsoluteThatBeginsAtTheCurrentFolder) {
   const std::string before = VUtility::GetCurrentDir();
   const auto fullPath = [](const char* current, const char* path) {

@@ -140,11 +140,6 @@ TEST(ErrorLogNotices, HaveTimeAndPlaceInTheOsLibraryOnly) {
             "\x1B[37m[Tue Apr  8 07:35:02 2014]\nInfo : 100%s[FILE:dro_x][FUNCTION:Go][LINE:12]\n\x1B[0m");
 }
 
-TEST(ErrorTexts, KeepTheSpellingThatPeopleSearchFor) {
-  EXPECT_EQ(tavErrorToString(tavError_NoError), "The operation completed succefully.");
-  EXPECT_EQ(droErrorToString(droError_NoError), "The operation completed succefully.");
-}
-
 TEST(ErrorTexts, TellThatACodeIsUnknown) {
   EXPECT_EQ(tavErrorToString(static_cast<tavEError>(13)),
             "tavError description not found. Update tavErrorToString function.!");

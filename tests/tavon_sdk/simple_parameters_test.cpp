@@ -85,8 +85,6 @@ TEST(TavParameterAlert, SerializesWithItsMessageUnescaped) {
   alert.SetFlags(0);
   alert.SetSeverity(tavSeverity_Alarm);
   alert.SetMessage(L"\u00E9<");
-  EXPECT_EQ(alert.GetSeverity(), tavSeverity_Alarm);
-  EXPECT_EQ(alert.GetMessage(), "\u00E9<");
   EXPECT_EQ(alert.SerializeParametersAsXml(),
             "<flags>00000000</flags><value>1</value><invert>1</invert><severity>2</severity>"
             "<message>\u00E9<</message>");
@@ -125,7 +123,6 @@ TEST_F(TavParameterInfo, ComparesUpToTheZeroOfTheOperandForEquality) {
 TEST(TavParameterCamera, GivesTheLocalUrlInALocalNetworkAndTheOnlyOneAnywhere) {
   tavParameterCamera camera;
   camera.SetRemoteUrl("far");
-  EXPECT_EQ(camera.GetRemoteUrl(), "far");
   camera.AddLocalNetwork("10.0.0");
   camera.AddLocalNetwork("192.168.1");
   EXPECT_EQ(camera.GetUrl("192.168.1.20"), "far");

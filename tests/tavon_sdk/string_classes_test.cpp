@@ -1,7 +1,6 @@
 // The two string classes, tavString of the SDK and droString of the OS library: what both do alike, checked
 // for each, and where their rules differ on purpose, side by side.
 #include <gmock/gmock.h>
-#include <utf8.h>
 
 #include <algorithm>
 
@@ -80,13 +79,6 @@ TYPED_TEST(BothStringClasses, ConvertBetweenUtf8AndWideText) {
   wchar_t buffer[] = L"?????";
   TypeParam::AsWide(text, buffer, 3);
   EXPECT_EQ(std::wstring(buffer, 5), L"a\u00E9\0??"s);
-}
-
-TYPED_TEST(BothStringClasses, ThrowOnWhatIsNoText) {
-  EXPECT_THROW(TypeParam::FromUTF8("a\xFF"), utf8::exception);
-  EXPECT_THROW(TypeParam::FromUTF8("a\xE2\x82"), utf8::exception) << "cut within a character";
-  EXPECT_THROW(TypeParam::FromUTF8("\xED\xA0\x80"), utf8::exception) << "a surrogate";
-  EXPECT_THROW(TypeParam::AsUTF8(L"\x110000"), utf8::exception) << "beyond the last character";
 }
 
 TYPED_TEST(BothStringClasses, ScrambleWithAnyKeyEvenThemselves) {

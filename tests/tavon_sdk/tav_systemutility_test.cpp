@@ -84,13 +84,6 @@ TEST_F(TavSystemUtility, FindsAHostByItsHardwareAddressWhenItDoesNotAnswer) {
   EXPECT_EQ(Utility::SuperPing("host"), 0);
 }
 
-TEST_F(TavSystemUtility, KnowsPaths) {
-  EXPECT_TRUE(Utility::FolderExist(folder.Path()));
-  EXPECT_FALSE(Utility::FolderExist(folder.Path("none")));
-  EXPECT_EQ(Utility::GetParentFolder("a/b/c"), "a/b");
-  EXPECT_EQ(Utility::GetModuleFileFullName("a/b"), "a/b");
-}
-
 TEST_F(TavSystemUtility, TellsTheStatusOfADeletion) {
   EXPECT_EQ(Utility::DeleteFileSystem("a"), 3 << 8) << "as the system does; the exit status is 3";
   EXPECT_EQ(standIns.Calls(), "rm a\n");

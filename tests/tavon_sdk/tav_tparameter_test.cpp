@@ -36,7 +36,7 @@ TEST(TavTParameter, StoresBytesAndMarksChanges) {
   }
 }
 
-TEST(TavTParameter, KeepsEachStyleOnceAndItsSettings) {
+TEST(TavTParameter, KeepsEachStyleOnce) {
   tavParameterColor color;
   color.SetUIStyle({"a", "b"});
   color.AddUIStyle("b");
@@ -44,10 +44,6 @@ TEST(TavTParameter, KeepsEachStyleOnceAndItsSettings) {
   tavArray<tavString> styles{"old"};
   color.GetUIStyle(&styles);
   EXPECT_EQ(styles, (tavArray<tavString>{"a", "b", "c"}));
-  color.SetSettings("red");
-  tavString settings;
-  color.GetSettings(&settings);
-  EXPECT_EQ(settings, "red");
 }
 
 // A text that drives a colour.

@@ -1,11 +1,9 @@
 #include "vutility.h"
 
 #include <gtest/gtest.h>
-#include <utf8.h>
 
 #include <clocale>
 #include <filesystem>
-#include <memory>
 
 #include "temporary_folder.h"
 
@@ -52,16 +50,6 @@ TEST(VUtility, ConvertsTextAsTheLocaleSays) {
   EXPECT_EQ(VUtility::ToLowerCase(std::string("H[Z")), "h[z");
   std::setlocale(LC_CTYPE, "C");
   EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "");
-}
-
-TEST(VUtility, ConvertsUtf8InAnyLocale) {
-  EXPECT_EQ(VUtility::UTF8ToWideString("\xE2\x82\xAC z"), L"\u20AC z");
-  const std::unique_ptr<char[]> narrow(VUtility::WideCharToUTF8(L"\U0001F600\u20AC"));
-  EXPECT_STREQ(narrow.get(), "\xF0\x9F\x98\x80\xE2\x82\xAC");
-  const std::unique_ptr<wchar_t[]> wide(VUtility::UTF8ToWideChar(narrow.get()));
-  EXPECT_STREQ(wide.get(), L"\U0001F600\u20AC");
-  EXPECT_THROW(VUtility::UTF8ToWideChar("\xC3("), utf8::invalid_utf8);
-  EXPECT_THROW(VUtility::WideCharToUTF8(L"\x110000"), utf8::invalid_code_point);
 }
 
 struct VUtilityFiles : testing::Test {
