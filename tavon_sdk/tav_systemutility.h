@@ -40,7 +40,8 @@ class tavSystemUtility {
   static bool FolderExist(const tavString& path);
   // The text before the last separator; empty if there is none.
   static tavString GetParentFolder(const tavString& path);
-  // Makes a path that begins with "./" or "../" absolute, see vlib::AbsolutePath.
+  // Resolves a path that begins with "./" or "../" against the current folder, one folder up for each "../".
+  // Returns any other path as it is.
   static tavString GetModuleFileFullName(const tavString& path);
 
   // --- Other hosts ---

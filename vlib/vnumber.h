@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-// Numbers from and to text, alike on every machine. Internal to the libraries.
+// Numbers from and to text, alike on every machine.
 //
 // The system's `long` has 32 bits; these functions give its results on a 64-bit build, too. Reading is
 // lenient: leading blanks and a sign are allowed, what follows the number is ignored, and non-numeric text

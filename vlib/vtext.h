@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-// The text algorithms that tavString and droString share. Internal: programs use the two classes.
+// The text algorithms that tavString and droString share: see VStringBase.
 //
 // All functions work on bytes and take time linear in the length of their input. Ignoring case means folding
 // the ASCII letters only, whatever the locale of the process. There is no state, so any thread may call

@@ -8,7 +8,7 @@
 #include <iterator>
 
 #include "dro_time.h"
-#include "verrorlog.h"
+#include "shared/verrorlog.h"
 
 namespace dro {
 namespace {

@@ -12,7 +12,7 @@
 #include <stdexcept>
 #include <utility>
 
-#include "vfile.h"
+#include "shared/vfile.h"
 
 namespace dro {
 namespace {

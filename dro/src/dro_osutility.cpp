@@ -9,8 +9,8 @@
 #include <utility>
 
 #include "dro_osfile.h"
-#include "vcommand.h"
-#include "vpath.h"
+#include "shared/vcommand.h"
+#include "shared/vpath.h"
 #include "vutility.h"
 
 namespace dro {

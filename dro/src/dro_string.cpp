@@ -5,7 +5,7 @@
 #include <cwchar>
 
 #include "dro_error.h"
-#include "vutf8.h"
+#include "shared/vutf8.h"
 
 namespace dro {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "vcalendar.h"
+#include "shared/vcalendar.h"
 #include "vtime.h"
 
 namespace dro {

@@ -1,6 +1,6 @@
 #include "tav_application.h"
 
-#include "vpath.h"
+#include "shared/vpath.h"
 
 namespace tavon {
 

@@ -3,7 +3,7 @@
 #include <array>
 #include <cstdio>
 
-#include "verrorlog.h"
+#include "shared/verrorlog.h"
 #include "vutility.h"
 
 namespace tavon {

@@ -3,8 +3,8 @@
 #include <cwchar>
 #include <stdexcept>
 
+#include "shared/vutf8.h"
 #include "tav_error.h"
-#include "vutf8.h"
 #include "vutility.h"
 
 namespace tavon {

@@ -6,9 +6,9 @@
 #include <cstdlib>
 #include <optional>
 
+#include "shared/vcommand.h"
+#include "shared/vpath.h"
 #include "tav_error.h"
-#include "vcommand.h"
-#include "vpath.h"
 #include "vutility.h"
 
 namespace tavon {

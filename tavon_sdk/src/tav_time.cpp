@@ -1,6 +1,6 @@
 #include "tav_time.h"
 
-#include "vcalendar.h"
+#include "shared/vcalendar.h"
 #include "vtime.h"
 
 namespace tavon {

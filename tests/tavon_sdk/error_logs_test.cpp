@@ -7,11 +7,11 @@
 #include "dro_error.h"
 #include "expect_report.h"
 #include "failing_allocation.h"
+#include "shared/verrorlog.h"
 #include "system_calls.h"
 #include "tav_error.h"
 #include "temporary_folder.h"
 #include "test_clock.h"
-#include "verrorlog.h"
 
 using namespace dro;
 using namespace tavon;

@@ -1,4 +1,4 @@
-#include "verrorlog.h"
+#include "shared/verrorlog.h"
 
 namespace vlib {
 

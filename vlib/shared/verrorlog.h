@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-#include "vlogfile.h"
+#include "shared/vlogfile.h"
 
-// What the two error logs, tavErrorLog and droErrorLog, do alike. Internal to the libraries.
+// What the two error logs, tavErrorLog and droErrorLog, do alike.
 //
 // There is no lock: any thread may report, and records of several threads may interleave. The settings of a
 // log are made at start-up, before other threads report.

@@ -1,4 +1,4 @@
-#include "vutf8.h"
+#include "shared/vutf8.h"
 
 #include <utf8.h>
 

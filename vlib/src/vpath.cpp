@@ -1,4 +1,4 @@
-#include "vpath.h"
+#include "shared/vpath.h"
 
 #include <unistd.h>
 

@@ -1,4 +1,4 @@
-#include "vcalendar.h"
+#include "shared/vcalendar.h"
 
 #include <mutex>
 

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <memory>
 
-// Open streams of files and folders that close themselves. Internal to the libraries.
+// Open streams of files and folders that close themselves.
 namespace vlib {
 
 // Closes a stream for its owner.

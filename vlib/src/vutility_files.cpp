@@ -9,7 +9,7 @@
 #include <memory>
 #include <string_view>
 
-#include "vfile.h"
+#include "shared/vfile.h"
 #include "vutility.h"
 
 // Files and folders.

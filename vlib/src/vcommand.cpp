@@ -1,4 +1,4 @@
-#include "vcommand.h"
+#include "shared/vcommand.h"
 
 #include <cerrno>
 

@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "vutf8.h"
+#include "shared/vutf8.h"
 #include "vutility.h"
 
 namespace {

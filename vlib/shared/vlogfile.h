@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-// The size-limited file that both error logs append to. Internal to the libraries.
+// The size-limited file that both error logs append to.
 namespace vlib {
 
 // Why a log file could not be cut to its last half.

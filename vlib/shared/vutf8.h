@@ -2,7 +2,7 @@
 
 #include <string>
 
-// UTF-8 and wide text, in both directions. Internal to the libraries.
+// UTF-8 and wide text, in both directions.
 //
 // A wide character is one code point. Text that cannot be converted throws the exception of UTF8-CPP that
 // says why: utf8::invalid_utf8 for bytes that are not UTF-8 or that end in the middle of a character,

@@ -1,4 +1,4 @@
-#include "vlogfile.h"
+#include "shared/vlogfile.h"
 
 #include <algorithm>
 #include <atomic>
@@ -7,7 +7,7 @@
 #include <memory>
 #include <new>
 
-#include "vfile.h"
+#include "shared/vfile.h"
 
 namespace vlib {
 namespace {

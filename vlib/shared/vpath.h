@@ -2,7 +2,7 @@
 
 #include <string>
 
-// Path rules that several layers share. Internal to the libraries.
+// Path rules that several layers share.
 namespace vlib {
 
 // Makes a program's path absolute: one that begins with "./" or "../" is resolved against the current folder,

@@ -3,7 +3,7 @@
 #include <ctime>
 #include <string>
 
-// Local calendar time for the clock classes of both libraries. Internal to them.
+// Local calendar time for the clock classes of both libraries.
 //
 // Any thread may call at any time: a lock guards the C library's data about the time zone.
 namespace vlib {
