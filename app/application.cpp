@@ -136,31 +136,31 @@ unsigned int Application::Init(int argc, char** argv) {
   Port = arguments.GetArgument("-ap", &value) ? tavString::AsInt(value, 10) : kDefaultServerPort;
 
   if (!arguments.GetArgument("-id", &value)) {
-    return kReport(tavon::tavError_InvalidArgument, "-id must be specified.", 113);
+    return kReport(tavon::tavError_InvalidArgument, "-id must be specified.", {113});
   }
   Id = tavString::AsULong(value, 10);
   if (!arguments.GetArgument("-val", &value)) {
-    return kReport(tavon::tavError_InvalidArgument, "-val must be specified.", 117);
+    return kReport(tavon::tavError_InvalidArgument, "-val must be specified.", {117});
   }
   Value = value;
   if (!arguments.GetArgument("-type", &Type)) {
-    return kReport(tavon::tavError_InvalidArgument, "-type must be specified.", 121);
+    return kReport(tavon::tavError_InvalidArgument, "-type must be specified.", {121});
   }
   if (arguments.GetArgument("-y", &value) && !IsCurrentYear(tavString::AsULong(value, 10))) {
-    return kReport(tavon::tavError_OperationFailed, "Is not time to run event, wrong year", 129);
+    return kReport(tavon::tavError_OperationFailed, "Is not time to run event, wrong year", {129});
   }
   return tavon::tavError_NoError;
 }
 
 unsigned int Application::Execute() {
   if (Value.empty()) {
-    return kReport(tavon::tavError_InvalidArgument, "Insalid Parameter Data", 137);
+    return kReport(tavon::tavError_InvalidArgument, "Insalid Parameter Data", {137});
   }
 
   const tavon::tavEObject type = TypeIdOf(Type);
   std::vector<unsigned char> data;
   if (tavon::tavParameterFactory::StringToData(type, Value, &data) != tavon::tavError_NoError) {
-    return kReport(tavon::tavError_OperationFailed, "Can not convert string data to buffer data", 151);
+    return kReport(tavon::tavError_OperationFailed, "Can not convert string data to buffer data", {151});
   }
   // A schedule without set-points switches the stored one on or off: only its active byte travels.
   if (type == tavon::tavObject_ParameterThermoChronoWeek && Value.find(',') == tavString::npos)
@@ -171,7 +171,7 @@ unsigned int Application::Execute() {
   socket.SetTo(kLoopbackHost, kEventPort);
   const EventDatagram datagram(Id, data);
   if (socket.Send(datagram.Data(), datagram.Size()) != static_cast<int>(datagram.Size())) {
-    return kReport(tavon::tavError_OperationFailed, "Can not send UDP Data", 187);
+    return kReport(tavon::tavError_OperationFailed, "Can not send UDP Data", {187});
   }
   try {
     socket.Close();

@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "dro_string.h"
+#include "vplace.h"
 
 // How the OS library reports failures, warnings and notices: a record is built where the failure is found and
 // handed to droErrorLog, which prints, writes, throws or passes it on as droError::Level says, and returns
@@ -103,12 +104,10 @@ class droReporter {
   constexpr explicit droReporter(const char* source) : m_source(source) {}
 
   // Builds the record of a failure and hands it to droErrorLog.
-  droEError operator()(droEError code, const droString& message, int line = __builtin_LINE(),
-                       const char* function = __builtin_FUNCTION()) const;
+  droEError operator()(droEError code, const droString& message, vlib::Place place = {}) const;
 
   // The same for a failed system call: number and text of `systemError` (an errno) follow the message.
-  droEError System(droEError code, const droString& message, int systemError, int line = __builtin_LINE(),
-                   const char* function = __builtin_FUNCTION()) const;
+  droEError System(droEError code, const droString& message, int systemError, vlib::Place place = {}) const;
 
  private:
   const char* m_source;

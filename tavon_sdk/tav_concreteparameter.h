@@ -72,23 +72,23 @@ class tavConcreteParameter : public tavTParameter<N> {
   }
 
   void SetDataValue(const dro::droValue& /*value*/) override {
-    Self::Report(tavError_OperationFailed, "MUST BE IMPLEMENTED", LineOf(&tavPublishedLines::setDataValue));
+    Self::Report(tavError_OperationFailed, "MUST BE IMPLEMENTED", {LineOf(&tavPublishedLines::setDataValue)});
   }
   void GetDataValue(dro::droValue* /*o_value*/) const override {
-    Self::Report(tavError_OperationFailed, "MUST BE IMPLEMENTED", LineOf(&tavPublishedLines::getDataValue));
+    Self::Report(tavError_OperationFailed, "MUST BE IMPLEMENTED", {LineOf(&tavPublishedLines::getDataValue)});
   }
 
  protected:
   // For SetDataFromString: reports a parameter of another type.
   static tavEError ReportOtherType() {
     return Self::Report(tavError_InvalidArgument, std::string("pPrm != tavObject_") + Self::TypeName,
-                        LineOf(&tavPublishedLines::setDataFromString), "SetDataFromString");
+                        {LineOf(&tavPublishedLines::setDataFromString), "SetDataFromString"});
   }
 
   // For Comparison: reports an unknown operator. Always false.
   static bool ReportUnknownOperator() {
     Self::Report(tavError_OperationFailed, "UnKnown tavECodeOperator operator type",
-                 LineOf(&tavPublishedLines::comparison), "Comparison");
+                 {LineOf(&tavPublishedLines::comparison), "Comparison"});
     return false;
   }
 

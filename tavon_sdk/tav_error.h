@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "tav_string.h"
+#include "vplace.h"
 
 // How the SDK and the dispatcher report failures: the failing code builds a record with a code and a complete
 // text, hands it to tavErrorLog, and returns the code that the log returns. tavReporter does both in one
@@ -95,6 +96,7 @@ tavEError tavErrorLog(const tavError& error);
 //
 //   constexpr tavReporter kReport{"tav_object"};
 //   if (size == 0) return kReport(tavError_InvalidArgument, "size == 0");
+//   if (data == 0) return kReport(tavError_InvalidArgument, "data == 0", {113});
 //
 // Function and line are those of the call. Many records carry a published line number instead: people search
 // their logs for it, so it is part of the record's identity and not a position in today's file. Pass a line
@@ -105,10 +107,7 @@ class tavReporter {
   constexpr explicit tavReporter(const char* source) : m_source(source) {}
 
   // Returns what the log returns, which is `code` unless the log itself fails.
-  tavEError operator()(tavEError code, const tavString& message, int line = __builtin_LINE(),
-                       const char* function = __builtin_FUNCTION()) const {
-    return tavErrorLog(tavBuildErrorLocation(code, message, m_source, function, line));
-  }
+  tavEError operator()(tavEError code, const tavString& message, vlib::Place place = {}) const;
 
  private:
   const char* m_source;

@@ -5,6 +5,7 @@
 
 #include "tav_smutex.h"
 #include "tav_string.h"
+#include "vplace.h"
 
 namespace tavon {
 
@@ -131,8 +132,7 @@ class tavObject : public tavIObject {
  private:
   using Text = std::unique_ptr<wchar_t[]>;
 
-  void StoreText(Text& target, const wchar_t* text, const char* message, int line,
-                 const char* function = __builtin_FUNCTION());
+  void StoreText(Text& target, const wchar_t* text, const char* message, vlib::Place place);
   tavWString CopyOf(const Text& text) const;
 
   unsigned int m_uniqueId = 0;

@@ -29,8 +29,7 @@ class LinkWithParameterData {
  private:
   using Operand = std::unique_ptr<unsigned char[]>;
 
-  Operand Copy(const unsigned char* data, unsigned int size, const char* message, int line,
-               const char* function = __builtin_FUNCTION());
+  Operand Copy(const unsigned char* data, unsigned int size, const char* message, vlib::Place place);
 
   tavEError m_error = tavError_NoError;
   tavECodeOperator m_operator;

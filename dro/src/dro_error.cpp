@@ -43,8 +43,8 @@ int ColourOf(droEError code) {
 
 // The record of a log file that cannot be cut.
 droError FaultRecord(vlib::LogFileFault fault) {
-  const auto record = [](droEError code, const char* message, int line = __builtin_LINE()) {
-    return droBuildErrorLocation(code, message, "dro_error", "droErrorLog", line);
+  const auto record = [](droEError code, const char* message, vlib::Place place = {}) {
+    return droBuildErrorLocation(code, message, "dro_error", "droErrorLog", place.line);
   };
   switch (fault) {
     case vlib::LogFileFault::OutOfMemory:
@@ -112,14 +112,13 @@ droEError droErrorLog(const droError& error) {
   return vlib::LogRecord(error, description.c_str(), droError::_current_log_filesize, print, FaultRecord);
 }
 
-droEError droReporter::operator()(droEError code, const droString& message, int line,
-                                  const char* function) const {
-  return droErrorLog(droBuildErrorLocation(code, message, m_source, function, line));
+droEError droReporter::operator()(droEError code, const droString& message, vlib::Place place) const {
+  return droErrorLog(droBuildErrorLocation(code, message, m_source, place.function, place.line));
 }
 
-droEError droReporter::System(droEError code, const droString& message, int systemError, int line,
-                              const char* function) const {
-  return (*this)(code, message + "\nStd Error " + droErrorStdToString(systemError), line, function);
+droEError droReporter::System(droEError code, const droString& message, int systemError,
+                              vlib::Place place) const {
+  return (*this)(code, message + "\nStd Error " + droErrorStdToString(systemError), place);
 }
 
 }  // namespace dro

@@ -19,27 +19,27 @@ namespace {
 
 constexpr droReporter kReport{"dro_osfile"};
 
-droEError ReportInvalidHandle(int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
-  return kReport.System(droError_OperationFailed, "tavFile handle is invalid, == 0", errno, line, function);
+droEError ReportInvalidHandle(vlib::Place place = {}) {
+  return kReport.System(droError_OperationFailed, "tavFile handle is invalid, == 0", errno, place);
 }
 
-droEError ReportNoMemory(int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
-  return kReport(droError_OutOfMemory, "pData == 0", line, function);
+droEError ReportNoMemory(vlib::Place place = {}) {
+  return kReport(droError_OutOfMemory, "pData == 0", place);
 }
 
 // Passes on the result of printing to a stream; a negative one is reported with the system's `error`.
-int Printed(int count, int error, int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
-  if (count < 0) kReport.System(droError_OperationFailed, "can no write data to file", error, line, function);
+int Printed(int count, int error, vlib::Place place = {}) {
+  if (count < 0) kReport.System(droError_OperationFailed, "can no write data to file", error, place);
   return count;
 }
 
 // Sets a position. Success is reported and has the code of a failure, and a failure is silent and has none:
 // callers rely on these results.
 droEError SetPosition(std::FILE* file, long offset, int origin, const droString& report,
-                      int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
-  if (file == nullptr) return ReportInvalidHandle(line, function);
+                      vlib::Place place = {}) {
+  if (file == nullptr) return ReportInvalidHandle(place);
   if (std::fseek(file, offset, origin) != 0) return droError_NoError;
-  return kReport.System(droError_OperationFailed, report, errno, line, function);
+  return kReport.System(droError_OperationFailed, report, errno, place);
 }
 
 // The contents of a file.
@@ -49,24 +49,23 @@ struct Contents {
 };
 
 // Reads all of an open file in one piece. `what` says in a report what was being done.
-droEError ReadContents(std::FILE* file, const droString& what, Contents& o_contents,
-                       int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
+droEError ReadContents(std::FILE* file, const droString& what, Contents& o_contents, vlib::Place place = {}) {
   const off_t size = vlib::SizeOf(file);
   int error = errno;
   std::size_t count = 0;
   if (size >= 0) {
     // A folder opens like a file and can claim a size that no memory has.
-    if (std::cmp_greater(size, PTRDIFF_MAX)) return ReportNoMemory(line, function);
+    if (std::cmp_greater(size, PTRDIFF_MAX)) return ReportNoMemory(place);
     o_contents.length = static_cast<std::size_t>(size);
     o_contents.bytes.reset(new (std::nothrow) char[o_contents.length]);
-    if (!o_contents.bytes) return ReportNoMemory(line, function);
+    if (!o_contents.bytes) return ReportNoMemory(place);
     errno = 0;  // the end of a file that has become shorter is no error of the system
     count = std::fread(o_contents.bytes.get(), 1, o_contents.length, file);
     error = errno;
   }
   if (std::cmp_equal(count, size)) return droError_NoError;
   const droString message = "result(" + std::to_string(count) + ") != iLen(" + std::to_string(size) + ") ";
-  return kReport.System(droError_OperationFailed, message + what, error, line, function);
+  return kReport.System(droError_OperationFailed, message + what, error, place);
 }
 
 }  // namespace

@@ -38,35 +38,33 @@ unsigned int ToMilliseconds(const timeval& time) {
 // Makes the system call that moves one datagram of at most `length` bytes, and repeats it while it is
 // interrupted.
 template <class Call>
-int Transfer(Call call, unsigned int length, const char* failure, int line = __builtin_LINE(),
-             const char* function = __builtin_FUNCTION()) {
+int Transfer(Call call, unsigned int length, const char* failure, vlib::Place place = {}) {
   for (;;) {
     const ssize_t count = call();
     if (count != -1) return static_cast<int>(count);
     const int error = errno;
     if (error == EAGAIN) return kWouldBlock;
     if (error != EINTR) {
-      kReport.System(droError_Network, failure, error, line, function);
+      kReport.System(droError_Network, failure, error, place);
       return kFailed;
     }
-    kReport(droError_Warning, "Std EINTR error continue...", line, function);
+    kReport(droError_Warning, "Std EINTR error continue...", place);
     if (length == 0) return kFailed;  // on purpose: without data there is nothing to lose by giving up
   }
 }
 
 // True when the socket can be used; otherwise `message` is reported.
 bool IsUsable(const droOsUdpSocket& socket, const char* message = "Socket is invalid.",
-              int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
+              vlib::Place place = {}) {
   if (socket.IsValid()) return true;
-  kReport(droError_Network, message, line, function);
+  kReport(droError_Network, message, place);
   return false;
 }
 
 enum class Readiness { ToReceive, ToSend };
 
 // Waits at most so many milliseconds. False when the time ran out, and after a report when waiting failed.
-bool WaitUntilReady(int descriptor, Readiness readiness, unsigned int milliseconds,
-                    int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
+bool WaitUntilReady(int descriptor, Readiness readiness, unsigned int milliseconds, vlib::Place place = {}) {
   int ready = -1;
   int error = EBADF;
   if (fcntl(descriptor, F_GETFD) != -1) {  // only an open descriptor has a place in a set
@@ -79,29 +77,27 @@ bool WaitUntilReady(int descriptor, Readiness readiness, unsigned int millisecon
     ready = select(descriptor + 1, toReceive ? set : nullptr, toReceive ? nullptr : set, nullptr, &timeOut);
     error = errno;
   }
-  if (ready == -1) kReport.System(droError_Network, "select(...) failed", error, line, function);
+  if (ready == -1) kReport.System(droError_Network, "select(...) failed", error, place);
   return ready > 0;
 }
 
 // Sets an option of the kernel's socket level. False after a report when the kernel refuses.
 template <class Value>
-bool SetOption(int descriptor, int option, const Value& value, int line = __builtin_LINE(),
-               const char* function = __builtin_FUNCTION()) {
+bool SetOption(int descriptor, int option, const Value& value, vlib::Place place = {}) {
   if (setsockopt(descriptor, SOL_SOCKET, option, &value, sizeof value) == 0) return true;
   const int error = errno;
-  kReport.System(droError_Network, "setsockopt(...) failed", error, line, function);
+  kReport.System(droError_Network, "setsockopt(...) failed", error, place);
   return false;
 }
 
 // The value of such an option, zero after a report when the kernel refuses.
 template <class Value>
-Value GetOption(int descriptor, int option, int line = __builtin_LINE(),
-                const char* function = __builtin_FUNCTION()) {
+Value GetOption(int descriptor, int option, vlib::Place place = {}) {
   Value value{};
   socklen_t length = sizeof value;
   if (getsockopt(descriptor, SOL_SOCKET, option, &value, &length) == 0) return value;
   const int error = errno;
-  kReport.System(droError_Network, "getsockopt(...) failed", error, line, function);
+  kReport.System(droError_Network, "getsockopt(...) failed", error, place);
   return {};
 }
 

@@ -18,15 +18,14 @@ namespace {
 
 constexpr droReporter kReport{"dro_osutility"};
 
-droEError ReportNoPipe(int line = __builtin_LINE(), const char* function = __builtin_FUNCTION()) {
-  return kReport(droError_InvalidPointer, "Can not open system pipe", line, function);
+droEError ReportNoPipe(vlib::Place place = {}) {
+  return kReport(droError_InvalidPointer, "Can not open system pipe", place);
 }
 
 // Appends everything that a command prints.
-droEError AppendOutput(const droString& command, droString& io_output, int line = __builtin_LINE(),
-                       const char* function = __builtin_FUNCTION()) {
+droEError AppendOutput(const droString& command, droString& io_output, vlib::Place place = {}) {
   vlib::CommandOutput output(command);
-  if (!output.IsOpen()) return ReportNoPipe(line, function);
+  if (!output.IsOpen()) return ReportNoPipe(place);
   for (std::string printed; output.ReadLine(printed);) io_output.append(printed);
   return droError_NoError;
 }

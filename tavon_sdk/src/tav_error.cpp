@@ -82,4 +82,8 @@ tavEError tavErrorLog(const tavError& error) {
   return vlib::LogRecord(error, description, tavError::CurrentLogFileSize, print, FaultRecord);
 }
 
+tavEError tavReporter::operator()(tavEError code, const tavString& message, vlib::Place place) const {
+  return tavErrorLog(tavBuildErrorLocation(code, message, m_source, place.function, place.line));
+}
+
 }  // namespace tavon

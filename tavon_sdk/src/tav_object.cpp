@@ -26,31 +26,30 @@ unsigned int tavObject::GetUniqueID() const {
 }
 
 void tavObject::SetName(const wchar_t* name) {
-  StoreText(m_name, name, "Can not allocate memory for object name", 46);
+  StoreText(m_name, name, "Can not allocate memory for object name", {46});
 }
 
 tavWString tavObject::GetName() const { return CopyOf(m_name); }
 
 void tavObject::SetPrefix(const wchar_t* prefix) {
-  StoreText(m_prefix, prefix, "Can not allocate memory for object prefix", 61);
+  StoreText(m_prefix, prefix, "Can not allocate memory for object prefix", {61});
 }
 
 tavWString tavObject::GetPrefix() const { return CopyOf(m_prefix); }
 
 void tavObject::SetSuffix(const wchar_t* suffix) {
-  StoreText(m_suffix, suffix, "Can not allocate memory for object suffix", 76);
+  StoreText(m_suffix, suffix, "Can not allocate memory for object suffix", {76});
 }
 
 tavWString tavObject::GetSuffix() const { return CopyOf(m_suffix); }
 
-void tavObject::StoreText(Text& target, const wchar_t* text, const char* message, int line,
-                          const char* function) {
+void tavObject::StoreText(Text& target, const wchar_t* text, const char* message, vlib::Place place) {
   const tavSMutex lock(&m_lock);
   const std::size_t size = std::wcslen(text) + 1;
   target.reset();
   target.reset(new (std::nothrow) wchar_t[size]);
   if (!target) {
-    kReport(tavError_OutOfMemory, message, line, function);
+    kReport(tavError_OutOfMemory, message, place);
     return;
   }
   std::copy_n(text, size, target.get());

@@ -55,7 +55,7 @@ tavString tavParameterAlert::SerializeParametersAsXml() const {
 }
 
 tavEError tavParameterAlert::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteOnOff, 19);
+  return EncodeValue(text, o_pBuffer, Report, WriteOnOff, {19});
 }
 
 }  // namespace tavon

@@ -5,7 +5,7 @@
 namespace tavon {
 
 tavEError tavParameterByte::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteByte, 17);
+  return EncodeValue(text, o_pBuffer, Report, WriteByte, {17});
 }
 
 }  // namespace tavon

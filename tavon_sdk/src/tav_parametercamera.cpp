@@ -49,7 +49,7 @@ bool tavParameterCamera::Comparison(const tavECodeOperator& /*op*/, const unsign
 }
 
 tavEError tavParameterCamera::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WritePresence, 16);
+  return EncodeValue(text, o_pBuffer, Report, WritePresence, {16});
 }
 
 }  // namespace tavon

@@ -85,7 +85,7 @@ tavString tavParameterColor::ValueToString() const {
 }
 
 tavEError tavParameterColor::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteComponents, 19);
+  return EncodeValue(text, o_pBuffer, Report, WriteComponents, {19});
 }
 
 }  // namespace tavon

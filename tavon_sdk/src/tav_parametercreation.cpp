@@ -27,13 +27,13 @@ tavIParameter* tavParameterFactory::CreateByType(tavEObject id) {
   const auto row =
       std::find_if(kCreators.begin(), kCreators.end(), [id](const Creator& c) { return c.id == id; });
   if (row == kCreators.end()) {
-    kReport(tavError_InvalidArgument, message, 98);
+    kReport(tavError_InvalidArgument, message, {98});
     return nullptr;
   }
   try {
     return row->create();
   } catch (const std::bad_alloc&) {
-    kReport(tavError_OutOfMemory, message, 103);
+    kReport(tavError_OutOfMemory, message, {103});
     return nullptr;
   }
 }

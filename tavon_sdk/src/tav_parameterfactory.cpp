@@ -39,16 +39,16 @@ tavEObject tavParameterFactory::TypeNameToId(const tavString& name) {
 
 tavString tavParameterFactory::IdToTypeName(tavEObject id) {
   if (const ParameterType* type = FindType(id)) return type->name;
-  kReport(tavError_InvalidArgument, "Can not get typen for " + tavString::FromInt(id), 40);
+  kReport(tavError_InvalidArgument, "Can not get typen for " + tavString::FromInt(id), {40});
   return {};
 }
 
 tavEError tavParameterFactory::StringToData(tavEObject id, const tavString& strData,
                                             std::vector<unsigned char>* io_data) {
-  if (strData.empty()) return kReport(tavError_InvalidArgument, "strData == \"\"", 112);
-  if (io_data == nullptr) return kReport(tavError_InvalidArgument, "io_data == 0", 113);
+  if (strData.empty()) return kReport(tavError_InvalidArgument, "strData == \"\"", {112});
+  if (io_data == nullptr) return kReport(tavError_InvalidArgument, "io_data == 0", {113});
   const ParameterType* type = FindType(id);
-  if (type == nullptr) return kReport(tavError_OperationFailed, "Parameter id not found", 173);
+  if (type == nullptr) return kReport(tavError_OperationFailed, "Parameter id not found", {173});
 
   if (type->size == 0) {
     io_data->assign(strData.begin(), strData.end());

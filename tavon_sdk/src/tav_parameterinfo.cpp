@@ -34,7 +34,7 @@ bool tavParameterInfo::Comparison(const tavECodeOperator& op, const unsigned cha
 }
 
 tavEError tavParameterInfo::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WritePresence, 15);
+  return EncodeValue(text, o_pBuffer, Report, WritePresence, {15});
 }
 
 }  // namespace tavon

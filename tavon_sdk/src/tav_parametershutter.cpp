@@ -30,10 +30,10 @@ tavParameterShutter::tavParameterShutter() {
       break;
     case tavThreadStart::NoMemory:
       // The text names another type, on purpose: people search their logs for it as it is.
-      Report(tavError_OutOfMemory, "Can not create thread for BlackParameter_ThermoChronoWeek\n", 61);
+      Report(tavError_OutOfMemory, "Can not create thread for BlackParameter_ThermoChronoWeek\n", {61});
       break;
     case tavThreadStart::Failed:
-      Report(tavError_OperationFailed, "Can not start thread for tavParameterShutter\n", 67);
+      Report(tavError_OperationFailed, "Can not start thread for tavParameterShutter\n", {67});
       break;
   }
 }
@@ -118,7 +118,7 @@ void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
 }
 
 tavEError tavParameterShutter::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteCommand, 26);
+  return EncodeValue(text, o_pBuffer, Report, WriteCommand, {26});
 }
 
 }  // namespace tavon

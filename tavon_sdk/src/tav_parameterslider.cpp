@@ -21,7 +21,7 @@ void WritePosition(const tavString& text, unsigned char* o_value) {
 void tavParameterSlider::SetValue(float value) { SetFloat(Limit(value)); }
 
 tavEError tavParameterSlider::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WritePosition, 18);
+  return EncodeValue(text, o_pBuffer, Report, WritePosition, {18});
 }
 
 }  // namespace tavon

@@ -5,7 +5,7 @@
 namespace tavon {
 
 tavEError tavParameterSwitch::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteOnOff, 17);
+  return EncodeValue(text, o_pBuffer, Report, WriteOnOff, {17});
 }
 
 }  // namespace tavon

@@ -29,10 +29,10 @@ void tavParameterSwitchRelease::SetSafeTime(const unsigned int& ms) {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
-      Report(tavError_OutOfMemory, "Can not create thread for tavParameterSwitchRelease", 137);
+      Report(tavError_OutOfMemory, "Can not create thread for tavParameterSwitchRelease", {137});
       break;
     case tavThreadStart::Failed:
-      Report(tavError_OperationFailed, "Can not start thread for tavParameterSwitchRelease", 143);
+      Report(tavError_OperationFailed, "Can not start thread for tavParameterSwitchRelease", {143});
       break;
   }
 }
@@ -102,7 +102,7 @@ void tavParameterSwitchRelease::thread_procedure(VThread* thread, void* paramete
 
 tavEError tavParameterSwitchRelease::GetBinaryDataFromString(const tavString& text,
                                                              unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteOnOff, 23);
+  return EncodeValue(text, o_pBuffer, Report, WriteOnOff, {23});
 }
 
 }  // namespace tavon

@@ -68,7 +68,7 @@ bool WriteSchedule(const tavString& text, unsigned char* o_value) {
 
 tavParameterThermoChronoWeek::tavParameterThermoChronoWeek() {
   if (m_thread.Start(thread_procedure, this, kStackSize) != tavThreadStart::Started) {
-    Report(tavError_OperationFailed, "Can not start thread for tavParameterThermoChronoWeek\n", 123);
+    Report(tavError_OperationFailed, "Can not start thread for tavParameterThermoChronoWeek\n", {123});
   }
 }
 
@@ -97,7 +97,7 @@ float tavParameterThermoChronoWeek::GetCurrentTemperature() const {
 }
 
 void tavParameterThermoChronoWeek::GetDay(EDays day, float* o_float_buffer_24) const {
-  if (o_float_buffer_24 == nullptr) Report(tavError_InvalidArgument, "o_float_buffer_24 == 0", 241);
+  if (o_float_buffer_24 == nullptr) Report(tavError_InvalidArgument, "o_float_buffer_24 == 0", {241});
   constexpr std::array days = {Days_Monday, Days_Tuesday,  Days_Wednesday, Days_Thursday,
                                Days_Friday, Days_Saturday, Days_Sunday};
   const auto found = std::find(days.begin(), days.end(), day);
@@ -174,7 +174,7 @@ void tavParameterThermoChronoWeek::thread_procedure(VThread* thread, void* param
 
 tavEError tavParameterThermoChronoWeek::GetBinaryDataFromString(const tavString& text,
                                                                 unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteSchedule, 25);
+  return EncodeValue(text, o_pBuffer, Report, WriteSchedule, {25});
 }
 
 }  // namespace tavon

@@ -91,13 +91,13 @@ tavEError tavParameterVRScene::BuildScene_Begin() {
 tavEError tavParameterVRScene::BuildScene_AddWait(const unsigned int& ms) {
   const tavSMutex lock(&m_lock);
   if (!m_isBuilding) {
-    return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", 200);
+    return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", {200});
   }
   if (ms < kShortestWait) {
-    return Report(tavError_InvalidArgument, "The smallest wait time must be 10 ms", 201);
+    return Report(tavError_InvalidArgument, "The smallest wait time must be 10 ms", {201});
   }
   std::unique_ptr<tavVirtualItemWait> wait = MakeItem<tavVirtualItemWait>();
-  if (!wait) return Report(tavError_OutOfMemory, "pWait == 0", 204);
+  if (!wait) return Report(tavError_OutOfMemory, "pWait == 0", {204});
   wait->SetWaitTime(ms);
   add_as_last(wait.release());
   m_usesThread = true;
@@ -108,16 +108,16 @@ tavEError tavParameterVRScene::BuildScene_AddSetParameter(tavIParameter* pPrm, c
                                                           const unsigned int& size) {
   const tavSMutex lock(&m_lock);
   if (!m_isBuilding) {
-    return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", 213);
+    return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", {213});
   }
-  if (pPrm == nullptr) return Report(tavError_InvalidArgument, "pPrm == 0", 214);
+  if (pPrm == nullptr) return Report(tavError_InvalidArgument, "pPrm == 0", {214});
   if (pBuffer == nullptr || size == 0) {
-    return Report(tavError_InvalidArgument, "pBuffer == 0 || size == 0", 215);
+    return Report(tavError_InvalidArgument, "pBuffer == 0 || size == 0", {215});
   }
   std::unique_ptr<tavVirtualItemParameter> item = MakeItem<tavVirtualItemParameter>();
-  if (!item) return Report(tavError_OutOfMemory, "pVprm == 0", 218);
+  if (!item) return Report(tavError_OutOfMemory, "pVprm == 0", {218});
   if (item->SetParameter(pPrm, pBuffer, size) != tavError_NoError) {
-    return Report(tavError_OperationFailed, "Can not set parameter as virtual item", 220);
+    return Report(tavError_OperationFailed, "Can not set parameter as virtual item", {220});
   }
   add_as_last(item.release());
   if (HasMoreThan(NonThreadParametersCount)) m_usesThread = true;
@@ -128,7 +128,7 @@ tavEError tavParameterVRScene::BuildScene_End() {
   const tavSMutex lock(&m_lock);
   m_isBuilding = false;
   if (!m_usesThread) {
-    Report(tavError_NoError, "tavParameterVRScene do not use Thread for play", 193);
+    Report(tavError_NoError, "tavParameterVRScene do not use Thread for play", {193});
     return tavError_NoError;
   }
   if (m_thread.Exists()) return tavError_NoError;
@@ -136,9 +136,9 @@ tavEError tavParameterVRScene::BuildScene_End() {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
-      return Report(tavError_OutOfMemory, "Can not create thread for tavParameterVRScene", 184);
+      return Report(tavError_OutOfMemory, "Can not create thread for tavParameterVRScene", {184});
     case tavThreadStart::Failed:
-      return Report(tavError_OperationFailed, "Can not start thread for tavParameterVRScene", 189);
+      return Report(tavError_OperationFailed, "Can not start thread for tavParameterVRScene", {189});
   }
   return tavError_NoError;
 }
@@ -320,7 +320,7 @@ void tavParameterVRScene::thread_procedure(VThread* thread, void* scene) {
 }
 
 tavEError tavParameterVRScene::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteByte, 28);
+  return EncodeValue(text, o_pBuffer, Report, WriteByte, {28});
 }
 
 }  // namespace tavon

@@ -72,7 +72,7 @@ std::wstring tavString::FromUTF8(const tavString& text) { return FromUTF8(text.c
 
 tavString tavString::FromWide(const wchar_t* text, unsigned int length) {
   if (!HasMemoryFor(length != 0 || text == nullptr ? length : std::wcslen(text))) {
-    kReport(tavError_OutOfMemory, "pBuffer == 0", 391);
+    kReport(tavError_OutOfMemory, "pBuffer == 0", {391});
     return {};
   }
   return VUtility::WideCharToString(text);
@@ -80,7 +80,7 @@ tavString tavString::FromWide(const wchar_t* text, unsigned int length) {
 
 void tavString::AsWide(const tavString& text, wchar_t* io_buffer, unsigned int capacity) {
   if (!vlib::CopyUtf8ToWide(io_buffer, capacity, text.c_str(), static_cast<unsigned int>(text.size()))) {
-    kReport(tavError_InvalidArgument, "io_buffer or len_buffer == 0", 356);
+    kReport(tavError_InvalidArgument, "io_buffer or len_buffer == 0", {356});
   }
 }
 

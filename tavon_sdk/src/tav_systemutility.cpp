@@ -19,18 +19,16 @@ constexpr tavReporter kReport{"tav_systemutility"};
 constexpr int kNoPipe = -1;
 
 // False, after a report in the caller's name, when a command could not be run.
-bool HasPipe(const vlib::CommandOutput& output, int line = __builtin_LINE(),
-             const char* function = __builtin_FUNCTION()) {
+bool HasPipe(const vlib::CommandOutput& output, vlib::Place place = {}) {
   if (output.IsOpen()) return true;
-  kReport(tavError_InvalidPointer, "Can not open system pipe", line, function);
+  kReport(tavError_InvalidPointer, "Can not open system pipe", place);
   return false;
 }
 
 // The first line that a command prints, empty when it prints nothing; no text at all without a pipe.
-std::optional<tavString> FirstLine(const tavString& command, int line = __builtin_LINE(),
-                                   const char* function = __builtin_FUNCTION()) {
+std::optional<tavString> FirstLine(const tavString& command, vlib::Place place = {}) {
   vlib::CommandOutput output(command);
-  if (!HasPipe(output, line, function)) return std::nullopt;
+  if (!HasPipe(output, place)) return std::nullopt;
   std::string text;
   output.ReadLine(text);
   return text;

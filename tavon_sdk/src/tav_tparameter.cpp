@@ -14,20 +14,19 @@ LinkWithParameterData::LinkWithParameterData(tavECodeOperator op, const unsigned
                                              unsigned int driverSize, const unsigned char* drivenData,
                                              unsigned int drivenSize)
     : m_operator(op),
-      m_driverData(Copy(driverData, driverSize, "m_pDriverData == 0", 72)),
+      m_driverData(Copy(driverData, driverSize, "m_pDriverData == 0", {72})),
       m_driverSize(driverSize),
-      m_drivenData(Copy(drivenData, drivenSize, "m_pDrivenData == 0", 80)),
+      m_drivenData(Copy(drivenData, drivenSize, "m_pDrivenData == 0", {80})),
       m_drivenSize(drivenSize) {}
 
 // A copy followed by a zero, or null after a report.
 LinkWithParameterData::Operand LinkWithParameterData::Copy(const unsigned char* data, unsigned int size,
-                                                           const char* message, int line,
-                                                           const char* function) {
+                                                           const char* message, vlib::Place place) {
   Operand copy(new (std::nothrow) unsigned char[std::size_t{size} + 1]);
   if (copy) {
     *std::copy_n(data, size, copy.get()) = 0;
   } else {
-    m_error = kReport(tavError_OutOfMemory, message, line, function);
+    m_error = kReport(tavError_OutOfMemory, message, place);
   }
   return copy;
 }
@@ -95,7 +94,7 @@ void tavTParameter<N>::GetSettings(tavString* o_settings) const {
 template <unsigned int N>
 void tavTParameter<N>::GetDataCopy(unsigned char* io_buffer) const {
   if (io_buffer == nullptr) {
-    kReport(tavError_InvalidArgument, "io_buffer == 0", 192);
+    kReport(tavError_InvalidArgument, "io_buffer == 0", {192});
     return;
   }
   const tavSMutex lock(&m_lock);
@@ -120,10 +119,10 @@ unsigned int tavTParameter<N>::AddDrivenMapItem(tavECodeOperator op, const unsig
                                                 const unsigned char* dataDriven,
                                                 const unsigned int& sizeDriven) {
   if (dataDriver == nullptr || sizeDriver == 0) {
-    return kReport(tavError_InvalidArgument, "dataDriver == 0 || sizeDriver == 0", 223);
+    return kReport(tavError_InvalidArgument, "dataDriver == 0 || sizeDriver == 0", {223});
   }
   if (dataDriven == nullptr || sizeDriven == 0) {
-    return kReport(tavError_InvalidArgument, "dataDriven == 0 || sizeDriven == 0", 224);
+    return kReport(tavError_InvalidArgument, "dataDriven == 0 || sizeDriven == 0", {224});
   }
   std::list<LinkWithParameterData> rule;
   try {

@@ -4,6 +4,7 @@
 #include "tav_floatbytes.h"
 #include "tav_string.h"
 #include "vnumber.h"
+#include "vplace.h"
 
 // How texts of values become bytes: the rules that several parameter types share. Internal to the SDK.
 namespace tavon {
@@ -35,10 +36,9 @@ inline void WritePresence(const tavString& /*text*/, unsigned char* o_value) { *
 // reported code.
 template <class Writer>
 tavEError EncodeValue(const tavString& text, unsigned char* o_pBuffer, const tavReporter& report,
-                      Writer write, int line = __builtin_LINE(),
-                      const char* function = __builtin_FUNCTION()) {
+                      Writer write, vlib::Place place = {}) {
   if (text.empty()) return tavError_NoError;
-  if (o_pBuffer == nullptr) return report(tavError_InvalidArgument, "o_pBuffer == 0", line, function);
+  if (o_pBuffer == nullptr) return report(tavError_InvalidArgument, "o_pBuffer == 0", place);
   write(text, o_pBuffer);
   return tavError_NoError;
 }

@@ -27,7 +27,7 @@ unsigned int tavVirtualItemWait::Execute() {
   Prepare();
   const std::shared_ptr<VEvent> wakeUp = WakeUp();
   if (!wakeUp) {
-    kReport(tavError_OutOfMemory, "Can not allocate tavSysEvent object", 33);
+    kReport(tavError_OutOfMemory, "Can not allocate tavSysEvent object", {33});
     return 0;
   }
   const bool wasWoken = wakeUp->WaitRet(m_waitTime) == 0;
