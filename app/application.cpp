@@ -2,16 +2,14 @@
 
 #include <nss.h>
 
-#include <algorithm>
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <new>
-#include <span>
-#include <vector>
+#include <optional>
 
 #include "dro_osudpsocket.h"
 #include "tav_commandline.h"
+#include "tav_event.h"
 #include "tav_parameterfactory.h"
 #include "tav_time.h"
 
@@ -24,9 +22,8 @@ constexpr tavon::tavReporter kReport{"Application"};
 constexpr const char* kVersion = URA_VERSION;  // the project's
 constexpr const char* kFrameVersion = "2.9.3";
 
-// Where the server on this machine listens for events.
+// Where the server is.
 constexpr const char* kLoopbackHost = "localhost";
-constexpr unsigned short kEventPort = 16549;
 
 constexpr std::int32_t kDefaultServerPort = 16548;
 
@@ -75,27 +72,6 @@ tavon::tavEObject TypeIdOf(const tavString& name) {
 void LookUpWithinTheCLibrary() {
   if (__nss_configure_lookup("hosts", "files dns") != 0) throw std::bad_alloc();  // it fails for nothing else
 }
-
-// The datagram of an event; see Application::Execute for its layout.
-class EventDatagram {
- public:
-  EventDatagram(std::uint32_t id, std::span<const unsigned char> value) {
-    const auto length = static_cast<unsigned char>(value.size());
-    for (unsigned int i = 0; i < kIdSize; ++i) m_bytes[i] = static_cast<unsigned char>(id >> (8 * i));
-    m_bytes[kIdSize] = length;
-    std::copy_n(value.begin(), length, m_bytes.begin() + kIdSize + 1);
-    m_size = kIdSize + 1 + length;
-  }
-
-  const unsigned char* Data() const { return m_bytes.data(); }
-  unsigned int Size() const { return m_size; }
-
- private:
-  static constexpr unsigned int kIdSize = 4;
-
-  std::array<unsigned char, kIdSize + 1 + 255> m_bytes;
-  unsigned int m_size;
-};
 
 }  // namespace
 
@@ -157,20 +133,17 @@ unsigned int Application::Execute() {
     return kReport(tavon::tavError_InvalidArgument, "Insalid Parameter Data", {137});
   }
 
-  const tavon::tavEObject type = TypeIdOf(Type);
-  std::vector<unsigned char> data;
-  if (tavon::tavParameterFactory::StringToData(type, Value, &data) != tavon::tavError_NoError) {
+  const std::optional<tavon::tavEvent> event = tavon::tavEvent::FromText(Id, TypeIdOf(Type), Value);
+  if (!event) {
     return kReport(tavon::tavError_OperationFailed, "Can not convert string data to buffer data", {151});
   }
-  // A schedule without set-points switches the stored one on or off: only its active byte travels.
-  if (type == tavon::tavObject_ParameterThermoChronoWeek && Value.find(',') == tavString::npos)
-    data.resize(1);
 
   LookUpWithinTheCLibrary();
   dro::droOsUdpSocket socket;
-  socket.SetTo(kLoopbackHost, kEventPort);
-  const EventDatagram datagram(Id, data);
-  if (socket.Send(datagram.Data(), datagram.Size()) != static_cast<int>(datagram.Size())) {
+  socket.SetTo(kLoopbackHost, tavon::tavEvent::Port);
+  const auto datagram = event->GetDatagram();
+  const auto size = static_cast<unsigned int>(datagram.size());
+  if (socket.Send(datagram.data(), size) != static_cast<int>(size)) {
     return kReport(tavon::tavError_OperationFailed, "Can not send UDP Data", {187});
   }
   try {

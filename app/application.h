@@ -21,9 +21,7 @@ class Application : public tavon::tavApplication {
   // when a required option is missing, code 1 when the year given with -y is not the current one.
   unsigned int Init(int argc, char** argv) override;
 
-  // Converts the value and sends the event: the parameter id (32 bits, little-endian), one length byte, and
-  // that many bytes of the value. The length is the value's size modulo 256, so a value of 256 bytes or more
-  // is cut to the remainder (673 bytes to 161). This is on purpose: the server expects it.
+  // Converts the value and sends the event, see tavEvent.
   //
   // Code 6 for an empty value, code 1 when the type is unknown or the datagram was not sent whole. The server
   // does not answer an event, so it is no failure when nobody listens.

@@ -5,6 +5,7 @@
 #include "application.h"
 #include "fuzz_input.h"
 #include "tav_commandline.h"
+#include "tav_event.h"
 
 // A whole run of ura_event. Its exit status tells what became of the event: after 0 one datagram has left and
 // nothing was printed; after anything else none has left, and the last record printed has that code.
@@ -48,7 +49,7 @@ std::FILE* __wrap_fopen(const char* name, const char* mode) {
 ssize_t __wrap_sendto(int, const void* data, size_t size, int, const sockaddr* target, socklen_t) {
   const auto& address = *reinterpret_cast<const sockaddr_in*>(target);
   RequireEqual(ntohl(address.sin_addr.s_addr), INADDR_LOOPBACK, "the address of the target");
-  RequireEqual(ntohs(address.sin_port), 16549, "the port of the target");
+  RequireEqual(ntohs(address.sin_port), tavon::tavEvent::Port, "the port of the target");
   g_world->datagrams.emplace_back(static_cast<const char*>(data), size);
   return static_cast<ssize_t>(size);
 }
@@ -101,8 +102,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   RequireEqual(world.logged, logFile.empty() ? "" : world.printed, "what is logged");
   if (status == 0) {
     const std::string& datagram = world.datagrams[0];
-    Require(datagram.size() >= 5, "a datagram has an id and a length");
-    RequireEqual(datagram.size(), 5U + static_cast<unsigned char>(datagram[4]), "the size of the datagram");
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(datagram.data());
+    Require(tavon::tavEvent::FromDatagram(bytes, static_cast<int>(datagram.size())).has_value(), "an event");
   } else {
     Require(status == 1 || status == 5 || status == 6, "the status is one of 0, 1, 5 and 6");
     RequireEqual(CodeOfLastRecord(world.printed), status, "the code of the last record");

@@ -1,10 +1,12 @@
 #include <utf8.h>
 
+#include <algorithm>
 #include <map>
 #include <memory>
 
 #include "datagram_text.h"
 #include "fuzz_input.h"
+#include "tav_event.h"
 #include "tav_parameterfactory.h"
 #include "tav_parametershutter.h"
 
@@ -16,6 +18,7 @@
 namespace {
 
 using tavon::tavEObject;
+using tavon::tavEvent;
 using Bytes = std::vector<unsigned char>;
 
 // The parameter of a type, null for none. There is one of each type for all inputs.
@@ -82,12 +85,17 @@ void CheckDatagram(tavEObject type, const Bytes& datagram) {
     Require(character >= 0x20 && (character < 0x7F || character > 0x9F), "no control character");
   }
   std::string listed;
-  for (std::size_t i = datagram.size() < 5 ? 0 : 5; i < datagram.size(); ++i) {
+  const bool hasValue = datagram.size() >= tavEvent::SmallestDatagram;
+  for (std::size_t i = hasValue ? tavEvent::SmallestDatagram : 0; i < datagram.size(); ++i) {
     char digits[4];
     std::snprintf(digits, sizeof(digits), " %02X", datagram[i]);
     listed += digits;
   }
   Require(line.find(listed) != std::string::npos, "the listed bytes");
+  const auto event = tavEvent::FromDatagram(datagram.data(), static_cast<int>(datagram.size()));
+  if (!event) return;
+  const auto again = event->GetDatagram();
+  Require(std::equal(again.begin(), again.end(), datagram.begin(), datagram.end()), "the datagram again");
 }
 
 }  // namespace

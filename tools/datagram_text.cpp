@@ -4,10 +4,11 @@
 
 #include <cstdint>
 
-namespace {
+#include "tav_event.h"
 
-constexpr std::size_t kIdSize = 4;
-constexpr std::size_t kHeaderSize = kIdSize + 1;
+using tavon::tavEvent;
+
+namespace {
 
 constexpr const char* kDigits = "0123456789ABCDEF";
 
@@ -21,12 +22,6 @@ std::string HexBytes(std::span<const unsigned char> bytes) {
     text.push_back(kDigits[byte & 15]);
   }
   return text;
-}
-
-std::uint32_t ReadId(std::span<const unsigned char> datagram) {
-  std::uint32_t id = 0;
-  for (std::size_t i = kIdSize; i-- > 0;) id = id << 8 | datagram[i];
-  return id;
 }
 
 // Moves past the character at `position`. False when it must not reach a terminal: a control character, or a
@@ -77,13 +72,13 @@ std::string Meaning(std::span<const unsigned char> value, tavon::tavIParameter& 
 }  // namespace
 
 std::string DatagramText(std::span<const unsigned char> datagram, tavon::tavIParameter* parameter) {
-  if (datagram.size() < kHeaderSize) {
+  if (datagram.size() < tavEvent::SmallestDatagram) {
     return "bytes" + HexBytes(datagram) + " (no event: " + std::to_string(datagram.size()) +
-           " bytes, at least " + std::to_string(kHeaderSize) + " expected)";
+           " bytes, at least " + std::to_string(tavEvent::SmallestDatagram) + " expected)";
   }
-  const std::size_t length = datagram[kIdSize];
-  const auto value = datagram.subspan(kHeaderSize);
-  std::string text = "id " + std::to_string(ReadId(datagram)) + " length " + std::to_string(length) +
+  const std::size_t length = tavEvent::LengthOf(datagram);
+  const auto value = datagram.subspan(tavEvent::SmallestDatagram);
+  std::string text = "id " + std::to_string(tavEvent::IdOf(datagram)) + " length " + std::to_string(length) +
                      " value" + HexBytes(value);
   if (parameter != nullptr) text += Meaning(value, *parameter);
   if (value.size() != length) text += " (carries " + std::to_string(value.size()) + " value bytes)";

@@ -7,9 +7,8 @@
 
 // An event datagram as one line of text, without a line end: "id 42 length 1 value 01".
 //
-// A datagram is a parameter id (32 bits, little-endian), a length byte, and that many value bytes. One that
-// has more or fewer is shown with all it carries and a remark in parentheses; one too short for an id and a
-// length is shown as bytes.
+// A datagram with more or fewer value bytes than its length byte says is shown with all it carries and a
+// remark in parentheses; one too short for an id and a length is shown as bytes.
 //
 // With a parameter (may be null) the line also tells what the value means: the parameter is set to the bytes
 // and asked for its text, " means 1". A value that is not sent whole, such as a weekly schedule, is shown for

@@ -4,12 +4,13 @@
 #include <memory>
 #include <optional>
 
+#include "tav_event.h"
 #include "tav_parameter.h"
 
 // What the command line asks of ura_listen.
 struct ListenOptions {
   std::uint32_t count = 0;  // datagrams to show; 0: no limit
-  std::uint16_t port = 16549;
+  std::uint16_t port = tavon::tavEvent::Port;
   bool showTime = false;
   std::unique_ptr<tavon::tavIParameter> parameter;  // of the type to show values as, or null
 };
