@@ -5,6 +5,7 @@
 #include <charconv>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <limits>
 #include <string>
 #include <string_view>
@@ -22,17 +23,21 @@ constexpr int kUsageError = 2;
 constexpr const char* kHelp =
     "ura_listen shows the events that ura_event sends, while no server is running.\n"
     "\n"
-    "usage: ura_listen [-count N] [-port P] [-time] [-type NAME]\n"
+    "usage: ura_listen [-count N] [-id N]... [-port P] [-time] [-timeout SECONDS] [-type [N=]NAME]...\n"
     "\n"
     "  -count N             end after N datagrams (without it: at Ctrl-C)\n"
+    "  -id N                show parameter N only; may be repeated\n"
     "  -port P              listen on UDP port P of the loopback host instead of 16549\n"
     "  -time                begin each line with the local date and time\n"
+    "  -timeout SECONDS     end with status 3 when nothing to show comes for so long\n"
     "  -type NAME           also show each value as a parameter of that type reads it\n"
+    "  -type N=NAME         the same for parameter N only; may be repeated\n"
     "  -h, --help           print this text\n"
     "  -version, --version  print the version\n"
     "\n"
     "Each datagram is a line: parameter id, length byte, value bytes in hexadecimal.\n"
-    "Exit status: 0 at the end or at Ctrl-C, 1 when listening fails, 2 for a wrong option.\n";
+    "Exit status: 0 at the end or at Ctrl-C, 1 when listening fails, 2 for a wrong option,\n"
+    "3 when the time of -timeout is over.\n";
 
 bool Is(std::string_view argument, std::string_view name, std::string_view otherName) {
   return argument == name || argument == otherName;
@@ -56,12 +61,12 @@ std::string TypeNames() {
   return names;
 }
 
-// A whole text that is a decimal number from 1 to the limit of its type.
+// A whole text that is a decimal number from `least` to the limit of its type.
 template <class Number>
-std::optional<int> ReadNumber(const char* option, std::string_view text, Number& o_number) {
+std::optional<int> ReadNumber(const char* option, std::string_view text, Number least, Number& o_number) {
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), o_number);
-  if (error == std::errc() && end == text.data() + text.size() && o_number != 0) return std::nullopt;
-  std::fprintf(stderr, "ura_listen: %s takes a number from 1 to %lu, not \"%s\"\n", option,
+  if (error == std::errc() && end == text.data() + text.size() && o_number >= least) return std::nullopt;
+  std::fprintf(stderr, "ura_listen: %s takes a number from %u to %lu, not \"%s\"\n", option, least,
                static_cast<unsigned long>(std::numeric_limits<Number>::max()), std::string(text).c_str());
   return kUsageError;
 }
@@ -84,17 +89,31 @@ std::optional<int> MakeParameter(const char* typeName, std::unique_ptr<tavon::ta
   return std::nullopt;
 }
 
+// "NAME" is the type of all parameters, "ID=NAME" that of one.
+std::optional<int> ReadType(const char* option, const char* value, ListenOptions& o_options) {
+  const char* const separator = std::strchr(value, '=');
+  if (separator == nullptr) return MakeParameter(value, o_options.parameter);
+  std::uint32_t id = 0;
+  if (const std::optional<int> status = ReadNumber(option, {value, separator}, 0U, id)) return status;
+  return MakeParameter(separator + 1, o_options.parameterOf[id]);
+}
+
 std::optional<int> ReadValue(const char* option, const char* value, ListenOptions& o_options) {
   const std::string_view name = option;
-  if (name == "-count") return ReadNumber(option, value, o_options.count);
-  if (name == "-port") return ReadNumber(option, value, o_options.port);
-  return MakeParameter(value, o_options.parameter);
+  if (name == "-count") return ReadNumber(option, value, 1U, o_options.count);
+  if (name == "-port") return ReadNumber(option, value, std::uint16_t{1}, o_options.port);
+  if (name == "-timeout") return ReadNumber(option, value, 1U, o_options.timeout);
+  if (name == "-type") return ReadType(option, value, o_options);
+  std::uint32_t id = 0;
+  const std::optional<int> status = ReadNumber(option, value, 0U, id);
+  o_options.ids.insert(id);
+  return status;
 }
 
 }  // namespace
 
 std::optional<int> ReadListenOptions(int argc, char** argv, ListenOptions& o_options) {
-  constexpr std::array<std::string_view, 3> withValue = {"-count", "-port", "-type"};
+  constexpr std::array<std::string_view, 5> withValue = {"-count", "-id", "-port", "-timeout", "-type"};
   for (int i = 1; i < argc; ++i) {
     if (Is(argv[i], "-h", "--help")) return Print(kHelp);
     if (Is(argv[i], "-version", "--version")) return Print(URA_VERSION "\n");

@@ -10,8 +10,10 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdint>
 #include <cstdio>
@@ -21,6 +23,7 @@
 #include <limits>
 #include <new>
 #include <optional>
+#include <span>
 #include <string>
 
 #include "datagram_text.h"
@@ -28,8 +31,11 @@
 #include "dro_osudpsocket.h"
 #include "listen_options.h"
 #include "tav_error.h"
+#include "tav_event.h"
 
 namespace {
+
+constexpr int kNothingCame = 3;
 
 void PrintSystemError(const char* what) {
   char reason[128];
@@ -109,36 +115,83 @@ void PrintSummary(std::uint64_t received, int descriptor) {
   std::fputs("\n", stderr);
 }
 
-// Prints datagrams until the count is reached, a stop is requested, or something fails.
+// When to stop waiting for a datagram. Without a limit there is always time.
+class Deadline {
+ public:
+  explicit Deadline(std::uint32_t seconds) : m_seconds(seconds) { Restart(); }
+
+  void Restart() { m_end = Clock::now() + std::chrono::seconds(m_seconds); }
+
+  // Waits for one of the descriptors, in the way of poll; 0 when the time is over.
+  int Poll(std::span<pollfd> awaited) const {
+    const auto left = std::max(m_end - Clock::now(), Clock::duration::zero());
+    const auto seconds = std::chrono::floor<std::chrono::seconds>(left);
+    timespec time{};
+    time.tv_sec = seconds.count();
+    time.tv_nsec = static_cast<long>(std::chrono::nanoseconds(left - seconds).count());
+    return ppoll(awaited.data(), awaited.size(), m_seconds == 0 ? nullptr : &time, nullptr);
+  }
+
+ private:
+  using Clock = std::chrono::steady_clock;
+
+  std::uint32_t m_seconds;  // 0: no limit
+  Clock::time_point m_end;
+};
+
+// None for a datagram that is no event.
+std::optional<std::uint32_t> IdOf(std::span<const unsigned char> datagram) {
+  if (datagram.size() < tavon::tavEvent::SmallestDatagram) return std::nullopt;
+  return tavon::tavEvent::IdOf(datagram);
+}
+
+bool IsToShow(const std::optional<std::uint32_t>& id, const ListenOptions& options) {
+  return options.ids.empty() || (id && options.ids.contains(*id));
+}
+
+tavon::tavIParameter* ParameterFor(const std::optional<std::uint32_t>& id, const ListenOptions& options) {
+  const auto own = id ? options.parameterOf.find(*id) : options.parameterOf.end();
+  return own == options.parameterOf.end() ? options.parameter.get() : own->second.get();
+}
+
+// Prints datagrams until the count is reached, the time is over, a stop is requested, or something fails.
 int Listen(dro::droOsUdpSocket& socket, int descriptor, const StopRequest& stop,
            const ListenOptions& options) {
   // No datagram is larger.
   static std::array<unsigned char, std::numeric_limits<std::uint16_t>::max()> buffer;
   std::array<pollfd, 2> awaited{{{stop.Descriptor(), POLLIN, 0}, {descriptor, POLLIN, 0}}};
+  Deadline deadline(options.timeout);
 
-  std::uint64_t received = 0;
-  while (options.count == 0 || received < options.count) {
-    if (poll(awaited.data(), awaited.size(), -1) < 0) {
+  std::uint64_t shown = 0;
+  while (options.count == 0 || shown < options.count) {
+    const int ready = deadline.Poll(awaited);
+    if (ready < 0) {
       if (errno == EINTR) continue;
       PrintSystemError("cannot wait for datagrams");
       return EXIT_FAILURE;
+    }
+    if (ready == 0) {
+      PrintSummary(shown, descriptor);
+      return kNothingCame;
     }
     if (awaited[0].revents != 0) break;
 
     const int size = socket.Receive(buffer.data(), buffer.size(), nullptr, nullptr);
     if (size == -1) return EXIT_FAILURE;
     if (size < 0) continue;  // nothing to read after all, such as a datagram with a wrong checksum
-    ++received;
+    const std::span datagram(buffer.data(), static_cast<std::size_t>(size));
+    const std::optional<std::uint32_t> id = IdOf(datagram);
+    if (!IsToShow(id, options)) continue;
+    ++shown;
+    deadline.Restart();
     const std::string time = options.showTime ? TimeStamp() : "";
-    const std::string text =
-        DatagramText({buffer.data(), static_cast<std::size_t>(size)}, options.parameter.get());
-    std::printf("%s%s\n", time.c_str(), text.c_str());
+    std::printf("%s%s\n", time.c_str(), DatagramText(datagram, ParameterFor(id, options)).c_str());
     if (std::fflush(stdout) != 0) {
       PrintSystemError("cannot print");
       return EXIT_FAILURE;
     }
   }
-  PrintSummary(received, descriptor);
+  PrintSummary(shown, descriptor);
   return EXIT_SUCCESS;
 }
 
