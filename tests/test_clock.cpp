@@ -7,9 +7,10 @@
 #include <algorithm>
 #include <atomic>
 #include <cerrno>
+#include <condition_variable>
 #include <list>
 #include <mutex>
-#include <thread>
+#include <vector>
 
 #include "system_calls.h"
 
@@ -19,16 +20,20 @@ using Moment = TestClock::Moment;
 
 constexpr Moment kMachine{-1};  // the clock is the machine's
 constexpr Moment kEndOfTime = Moment::max();
+constexpr std::chrono::seconds kPatience{30};
 std::atomic<Moment> standsAt{kMachine};
 
 // A thread in a timed wait while the clock stands.
 struct Sleeper {
   pthread_cond_t* condition;
+  pthread_mutex_t* mutex;
   Moment until;
-  bool isDue = false;
+  bool isDue = false;     // its time has come
+  bool isCalled = false;  // and its condition is no longer used
 };
 
 std::mutex sleepersLock;
+std::condition_variable sleepersChanged;
 std::list<Sleeper> sleepers;
 
 SystemCall<int(pthread_cond_t*, pthread_mutex_t*, const timespec*)> realTimedWait(
@@ -42,25 +47,31 @@ Moment Now() {
   return std::chrono::seconds(now.tv_sec) + Moment(now.tv_nsec / 1000);
 }
 
+// Needs the lock.
 int CountOfSleepers(bool areDue) {
-  const std::lock_guard lock(sleepersLock);
   return static_cast<int>(std::ranges::count(sleepers, areDue, &Sleeper::isDue));
 }
 
-// Sets the clock and wakes those who wait for a moment until `due`. They are woken until they are gone, for a
-// thread may be about to sleep.
+// Sets the clock and wakes those who wait for a moment until `due`. Returns when they are awake.
 void SetAndWake(Moment moment, Moment due) {
-  {
-    const std::lock_guard lock(sleepersLock);
-    standsAt = moment;
-    for (Sleeper& sleeper : sleepers) sleeper.isDue = sleeper.until <= due;
+  std::unique_lock lock(sleepersLock);
+  standsAt = moment;
+  std::vector<Sleeper*> called;
+  for (Sleeper& sleeper : sleepers) {
+    sleeper.isDue = sleeper.until <= due;
+    if (sleeper.isDue) called.push_back(&sleeper);
   }
-  while (CountOfSleepers(true) != 0) {
-    const std::lock_guard lock(sleepersLock);
-    for (const Sleeper& sleeper : sleepers) {
-      if (sleeper.isDue) pthread_cond_broadcast(sleeper.condition);
-    }
+  lock.unlock();
+  for (const Sleeper* sleeper : called) {
+    // The thread has the mutex until it waits on the condition: it cannot miss the call.
+    pthread_mutex_lock(sleeper->mutex);
+    pthread_cond_broadcast(sleeper->condition);
+    pthread_mutex_unlock(sleeper->mutex);
   }
+  lock.lock();
+  for (Sleeper* sleeper : called) sleeper->isCalled = true;
+  sleepersChanged.notify_all();
+  sleepersChanged.wait(lock, [] { return CountOfSleepers(true) == 0; });
 }
 
 }  // namespace
@@ -79,12 +90,10 @@ void TestClock::Advance(std::chrono::microseconds time) { SetAndWake(Now() + tim
 
 void TestClock::JumpTo(Moment moment) { SetAndWake(moment, kEndOfTime); }
 
-void TestClock::AwaitSleepers(int threads) {
-  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (CountOfSleepers(false) != threads) {
-    if (std::chrono::steady_clock::now() > end) FAIL() << CountOfSleepers(false) << " threads sleep";
-    std::this_thread::yield();
-  }
+void TestClock::AwaitSleepers(int threads, const char* file, int line) {
+  std::unique_lock lock(sleepersLock);
+  if (sleepersChanged.wait_for(lock, kPatience, [=] { return CountOfSleepers(false) == threads; })) return;
+  GTEST_FAIL_AT(file, line) << CountOfSleepers(false) << " threads sleep, and " << threads << " are to sleep";
 }
 
 extern "C" {
@@ -109,12 +118,22 @@ int pthread_cond_timedwait(pthread_cond_t* __restrict condition, pthread_mutex_t
   const Moment until = std::chrono::seconds(deadline->tv_sec) + Moment(deadline->tv_nsec / 1000);
   std::unique_lock lock(sleepersLock);
   if (until <= Now() || standsAt.load() == kMachine) return ETIMEDOUT;
-  const auto self = sleepers.insert(sleepers.end(), {condition, until});
+  const auto self = sleepers.insert(sleepers.end(), {condition, mutex, until});
+  sleepersChanged.notify_all();
   lock.unlock();
   const int error = pthread_cond_wait(condition, mutex);
   lock.lock();
+  if (self->isDue) {
+    // A signal may have come at the same time, so the clock may be about to use the mutex.
+    pthread_mutex_unlock(mutex);
+    sleepersChanged.wait(lock, [self] { return self->isCalled; });
+    lock.unlock();
+    pthread_mutex_lock(mutex);
+    lock.lock();
+  }
   const bool isDue = self->isDue;
   sleepers.erase(self);
+  sleepersChanged.notify_all();
   return isDue ? ETIMEDOUT : error;
 }
 

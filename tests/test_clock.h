@@ -33,7 +33,7 @@ class TestClock {
   // awake, whatever it waited for: it finds that its time has come, and the clock where it was set.
   void JumpTo(Moment moment);
 
-  // Returns when that many threads wait for a moment that is yet to come. A failure of the test after ten
-  // seconds.
-  static void AwaitSleepers(int threads);
+  // Returns when exactly that many threads wait for a moment that is yet to come. After half a minute the
+  // test fails at the line of the call.
+  static void AwaitSleepers(int threads, const char* file = __builtin_FILE(), int line = __builtin_LINE());
 };
