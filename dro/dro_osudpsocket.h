@@ -34,23 +34,13 @@ class droIOsUdpSocket {
 
 // An IPv4 datagram socket: owns one descriptor, which its destructor closes, and one destination address.
 //
-// To send, set the destination with SetTo, and Send. To receive, the descriptor must be bound to a port, for
-// which this class has no operation: make and bind one with the system's calls and hand it to the constructor
-// that takes a descriptor. A server that wants the house's events binds port 16549 of the loopback address,
-// to which ura_event sends them:
-//
-//   const int descriptor = socket(AF_INET, SOCK_DGRAM, 0);
-//   sockaddr_in address{};
-//   address.sin_family = AF_INET;
-//   address.sin_port = htons(16549);
-//   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-//   if (bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) ...
-//   dro::droOsUdpSocket events(dro::droOsSocketType_Udp, descriptor);
+// To send, set the destination with SetTo, and Send. To receive, Bind the socket to a port, or hand over a
+// descriptor that is bound already.
 //
 // Failures are reported to droErrorLog (code 10, source dro_osudpsocket). Nothing is thrown unless the log's
 // level asks for it, and the socket stays usable then. Operations that need a descriptor report its absence
 // and return -1, false or 0. Use a socket from one thread at a time, and let only one thread of the program
-// at a time look up a name with SetTo.
+// at a time look up a name with SetTo or Bind.
 class droOsUdpSocket : public droIOsUdpSocket {
  public:
   // Opens a descriptor; the type is droOsSocketType_Udp.
@@ -80,6 +70,11 @@ class droOsUdpSocket : public droIOsUdpSocket {
   // port after a colon ("localhost:16549", low 16 bits) replaces `port`. 0, or 10 when the name is unknown;
   // the destination is then 255.255.255.255.
   droEError SetTo(const droString& host, unsigned short port);
+
+  // Binds the descriptor, so that it receives what is sent to the port. Host and port as for SetTo; an empty
+  // host stands for all addresses of this machine, and port 0 for any free one. 0, or 10 when the port is
+  // taken or the name is unknown; after "Can not bind socket", errno is the system's reason.
+  droEError Bind(const droString& host, unsigned short port);
 
   // Sends one datagram. The number of bytes sent, -2 when the time-out ran out, -1 when it failed. A call
   // that a signal interrupts is repeated after a warning, and its time-out starts afresh.

@@ -4,7 +4,6 @@
 // goes to standard error: messages, reports of the libraries, and the summary at the end.
 
 #include <linux/sock_diag.h>
-#include <netinet/in.h>
 #include <poll.h>
 #include <sys/signalfd.h>
 #include <sys/socket.h>
@@ -25,6 +24,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "datagram_text.h"
 #include "dro_error.h"
@@ -42,13 +42,12 @@ void PrintSystemError(const char* what) {
   std::fprintf(stderr, "ura_listen: %s: %s\n", what, strerror_r(errno, reason, sizeof reason));
 }
 
-// Binds a descriptor to a port of the loopback host; says why it cannot.
-bool Bind(int descriptor, std::uint16_t port) {
-  sockaddr_in address{};
-  address.sin_family = AF_INET;
-  address.sin_port = htons(port);
-  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  if (bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) == 0) return true;
+// Binds the socket to a port of the loopback host; says why it cannot, and what to do.
+bool Bind(dro::droOsUdpSocket& socket, std::uint16_t port) {
+  const unsigned int level = std::exchange(dro::droError::Level, 0);  // instead of the library's report
+  const bool isBound = socket.Bind("127.0.0.1", port) == dro::droError_NoError;
+  dro::droError::Level = level;
+  if (isBound) return true;
   if (errno == EADDRINUSE) {
     std::fprintf(stderr,
                  "ura_listen: UDP port %u is in use (is the server running?); -port P listens elsewhere\n",
@@ -224,7 +223,7 @@ int Run(int argc, char** argv) {
     return EXIT_FAILURE;
   }
   dro::droOsUdpSocket socket(dro::droOsSocketType_Udp, descriptor);
-  if (!Bind(descriptor, options.port)) return EXIT_FAILURE;
+  if (!Bind(socket, options.port)) return EXIT_FAILURE;
   std::fprintf(stderr, "ura_listen: waiting for events on UDP port %u of the loopback host\n", options.port);
   return Listen(socket, descriptor, stop, options);
 }

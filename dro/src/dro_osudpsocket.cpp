@@ -101,6 +101,34 @@ Value GetOption(int descriptor, int option, vlib::Place place = {}) {
   return {};
 }
 
+// Reads host and port as SetTo takes them. An empty host has the address `emptyHost`, and INADDR_NONE stands
+// for none. 0, or the reported code of an unknown host, whose address is INADDR_NONE.
+droEError ReadAddress(const droString& host, unsigned short port, in_addr_t emptyHost, sockaddr_in& o_address,
+                      vlib::Place place = {}) {
+  droString name = host;
+  droArray<droString> pieces;
+  host.GetSplit(&pieces, ":");
+  if (pieces.size() >= 2) {
+    name = pieces[0].SetShrink(" ", true).SetShrink(" ", false);
+    port = static_cast<unsigned short>(droString::AsULong(pieces[1], 10));
+  }
+
+  o_address = {};
+  o_address.sin_family = AF_INET;
+  o_address.sin_port = htons(port);
+  o_address.sin_addr.s_addr = name.empty() ? emptyHost : inet_addr(name.c_str());
+  // The limited-broadcast address is the value for "no address", so it is looked up like a name.
+  if (o_address.sin_addr.s_addr != INADDR_NONE) return droError_NoError;
+  // NOLINTNEXTLINE(concurrency-mt-unsafe): one thread at a time looks up a name, see the class
+  const hostent* const found = gethostbyname(name.c_str());
+  if (found == nullptr || found->h_addrtype != AF_INET || found->h_length != sizeof(in_addr) ||
+      found->h_addr_list[0] == nullptr) {
+    return kReport(droError_Network, "gethostbyname failed", place);
+  }
+  std::memcpy(&o_address.sin_addr, found->h_addr_list[0], sizeof(in_addr));
+  return droError_NoError;
+}
+
 }  // namespace
 
 droOsUdpSocket::droOsUdpSocket() : droOsUdpSocket(droOsSocketType_Udp) {
@@ -132,28 +160,22 @@ droEError droOsUdpSocket::Reset() {
 }
 
 droEError droOsUdpSocket::SetTo(const droString& host, unsigned short port) {
-  droString name = host;
-  droArray<droString> pieces;
-  host.GetSplit(&pieces, ":");
-  if (pieces.size() >= 2) {
-    name = pieces[0].SetShrink(" ", true).SetShrink(" ", false);
-    port = static_cast<unsigned short>(droString::AsULong(pieces[1], 10));
-  }
+  return ReadAddress(host, port, INADDR_NONE, m_address);
+}
 
-  m_address = {};
-  m_address.sin_family = AF_INET;
-  m_address.sin_port = htons(port);
-  m_address.sin_addr.s_addr = inet_addr(name.c_str());
-  // The limited-broadcast address is the value for "no address", so it is looked up like a name.
-  if (m_address.sin_addr.s_addr != INADDR_NONE) return droError_NoError;
-  // NOLINTNEXTLINE(concurrency-mt-unsafe): one thread at a time looks up a name, see the class
-  const hostent* const found = gethostbyname(name.c_str());
-  if (found == nullptr || found->h_addrtype != AF_INET || found->h_length != sizeof(in_addr) ||
-      found->h_addr_list[0] == nullptr) {
-    return kReport(droError_Network, "gethostbyname failed");
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the socket
+droEError droOsUdpSocket::Bind(const droString& host, unsigned short port) {
+  if (!IsValid()) return kReport(droError_Network, "Socket is invalid.");
+  sockaddr_in address{};
+  const droEError unknown = ReadAddress(host, port, INADDR_ANY, address);
+  if (unknown != droError_NoError) return unknown;
+  if (bind(m_descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0) {
+    return droError_NoError;
   }
-  std::memcpy(&m_address.sin_addr, found->h_addr_list[0], sizeof(in_addr));
-  return droError_NoError;
+  const int error = errno;
+  const droEError failure = kReport.System(droError_Network, "Can not bind socket", error);
+  errno = error;
+  return failure;
 }
 
 int droOsUdpSocket::Send(const void* data, unsigned int length) {

@@ -94,6 +94,44 @@ TEST_F(DroOsUdpSocketAway, WakeOnLanBroadcastsTheMagicPacket) {
                [] { return Socket::WakeOnLan(kMac, 9); });
 }
 
+// Where a socket is bound to, "127.0.0.1:80".
+std::string BoundAddress(int descriptor) {
+  sockaddr_in address{};
+  socklen_t size = sizeof address;
+  getsockname(descriptor, reinterpret_cast<sockaddr*>(&address), &size);
+  return inet_ntoa(address.sin_addr) + (":" + std::to_string(ntohs(address.sin_port)));
+}
+
+TEST(DroOsUdpSocketBind, TakesHostAndPortAsTheyAreTakenForSending) {
+  const unsigned short port = BoundSocket().Port();  // which is free again
+  const struct {
+    std::string host;
+    unsigned short port;
+    const char* boundHost;
+  } cases[] = {
+      {"127.0.0.1", port, "127.0.0.1"},
+      {" localhost :" + std::to_string(port) + ":81", 1, "127.0.0.1"},
+      {"", port, "0.0.0.0"},  // all addresses of this machine
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.host);
+    const int descriptor = socket(AF_INET, SOCK_DGRAM, 0);
+    Socket bound(kType, descriptor);
+    EXPECT_EQ(bound.Bind(c.host, c.port), droError_NoError);
+    EXPECT_EQ(BoundAddress(descriptor), c.boundHost + (":" + std::to_string(port)));
+  }
+}
+
+TEST(DroOsUdpSocketBind, ReportsWhyItFails) {
+  const BoundSocket taken;
+  Socket socket;
+  ExpectReport(kFailure("Bind", WithSystemError("Can not bind socket", EADDRINUSE)), 10,
+               [&] { return socket.Bind("127.0.0.1", taken.Port()); });
+  EXPECT_EQ(errno, EADDRINUSE) << "for callers that say more about it";
+  const auto noNames = system_calls::gethostbyname.Returns(nullptr);
+  ExpectReport(kFailure("Bind", "gethostbyname failed"), 10, [&] { return socket.Bind("nohost", 0); });
+}
+
 // A socket that receives what it sends.
 struct DroOsUdpSocketHere : testing::Test {
   DroOsUdpSocketHere() { socket.SetTo("127.0.0.1", bound.Port()); }
@@ -161,6 +199,7 @@ TEST(DroOsUdpSocket, IsReportedByEveryUseWithoutDescriptor) {
   const auto notReady = [](const char* function) { return kFailure(function, "Socket is not valid."); };
   ExpectReportOfEach({
       {refused("Send"), -1, [&] { return none.Send("x", 1); }},
+      {refused("Bind"), 10, [&] { return none.Bind("", 0); }},
       {kFailure("Receive", "Socket is invalid"), -1, [&] { return none.Receive(nullptr, 0, {}, {}); }},
       {refused("SetBroadcast"), 0, [&] { return none.SetBroadcast(true); }},
       {refused("SetReceiveTimeOut"), 0, [&] { return none.SetReceiveTimeOut(1); }},
