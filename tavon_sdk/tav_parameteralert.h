@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tav_byteparameter.h"
+#include "tav_typedparameter.h"
 
 namespace tavon {
 
@@ -12,11 +12,17 @@ enum tavESeverity : std::int32_t {
 };
 
 // An alarm input: 0 or 1. It is active at 1, or at 0 if it is inverted.
-class tavParameterAlert : public tavOnOffParameter<tavParameterAlert> {
+class tavParameterAlert : public tavTypedParameter<1> {
  public:
-  static constexpr tavEObject TypeId = tavObject_ParameterAlert;
   static constexpr const char* TypeName = "ParameterAlert";
-  static constexpr tavReporter Report{"tav_parameteralert"};
+  static const tavParameterType Type;
+
+  tavParameterAlert();
+  tavParameterAlert* GetParameterAlertPtr() override { return this; }
+
+  // 0 stays; any other value is stored as 1.
+  void SetValue(unsigned char value);
+  unsigned char GetValue() const { return CopyBytes()[0]; }
 
   // Also sets the value to the inactive one of the new sense, 1 if inverted and otherwise 0, on purpose:
   // changing the sense must not raise an alarm.
@@ -43,6 +49,9 @@ class tavParameterAlert : public tavOnOffParameter<tavParameterAlert> {
 
   // 0 if the low 8 bits of the number in the text are all zero, otherwise 1: "256" is off, "257" is on.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
+  // Sets a parameter known by its interface. Null does nothing; another type is reported (code 6).
+  static tavEError SetDataFromString(tavIParameter* pPrm, const tavString& text);
+  using tavTypedParameter::SetDataFromString;
 
  private:
   bool m_inverted = false;

@@ -1,23 +1,27 @@
 #pragma once
 
-#include "tav_textparameter.h"
+#include "tav_textvalue.h"
+#include "tav_typedparameter.h"
 
 namespace tavon {
 
-// A camera, known by its URLs. The local URL is the value.
-class tavParameterCamera : public tavTextParameter<tavParameterCamera> {
+// A camera, known by its URLs. The local URL is the value; the byte of the base is not used.
+class tavParameterCamera : public tavTypedParameter<1> {
  public:
-  static constexpr tavEObject TypeId = tavObject_ParameterCamera;
   static constexpr const char* TypeName = "ParameterCamera";
-  static constexpr tavReporter Report{"tav_parametercamera"};
+  static const tavParameterType Type;
+
+  tavParameterCamera();
+  tavParameterCamera* GetParameterCameraPtr() override { return this; }
 
   // Stored as UTF-8. A null text counts as empty. A URL that differs makes the object dirty.
-  void SetLocalUrl(const wchar_t* url);
-  void SetLocalUrl(const char* url);
-  tavString GetLocalUrl() const { return CopyText(); }
-  void SetRemoteUrl(const wchar_t* url);
-  void SetRemoteUrl(const char* url);
-  tavString GetRemoteUrl() const;
+  void SetLocalUrl(const wchar_t* url) { m_localUrl.Set(tavString::AsUTF8(url)); }
+  void SetLocalUrl(const char* url) { m_localUrl.Set(url == nullptr ? "" : url); }
+  tavString GetLocalUrl() const { return m_localUrl.Get(); }
+  void SetRemoteUrl(const wchar_t* url) { m_remoteUrl.Set(tavString::AsUTF8(url)); }
+  void SetRemoteUrl(const char* url) { m_remoteUrl.Set(url == nullptr ? "" : url); }
+  tavString GetRemoteUrl() const { return m_remoteUrl.Get(); }
+  tavString ValueToString() const override { return m_localUrl.Get(); }
 
   // Adds the prefix of a network that can reach the local URL, such as "192.168.1".
   void AddLocalNetwork(const tavString& prefix);
@@ -27,16 +31,28 @@ class tavParameterCamera : public tavTextParameter<tavParameterCamera> {
   // empty text.
   tavString GetUrl(const tavString& strIp) const;
 
+  // The local URL with a terminating zero. See tavTextValue for what to mind when another thread sets it.
+  const unsigned char* GetData() const override { return m_localUrl.GetData(); }
+  unsigned int GetDataSize() const override { return m_localUrl.GetDataSize(); }
+  void GetDataCopy(unsigned char* io_buffer) const override;
+
+  // Replaces the local URL by exactly `size` bytes and ignores the flag. Null or empty data does nothing.
+  void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
+
   // Cameras cannot be compared: reported (code 1), and false.
   bool Comparison(const tavECodeOperator& op, const unsigned char* data,
                   const unsigned int& size) const override;
 
-  // One byte, 1: there is a text. SetDataFromString stores this byte as the local URL, not the text, on
-  // purpose: URLs are set with SetLocalUrl.
+  // One byte, 1: there is a text. SetDataFromString stores this byte as the local URL, not the text, which is
+  // kept for compatibility: set URLs with SetLocalUrl.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
+  // Sets a parameter known by its interface. Null does nothing; another type is reported (code 6).
+  static tavEError SetDataFromString(tavIParameter* pPrm, const tavString& text);
+  using tavTypedParameter::SetDataFromString;
 
  private:
-  tavString m_remoteUrl;
+  tavTextValue m_localUrl{*this, m_lock};
+  tavTextValue m_remoteUrl{*this, m_lock};
   tavArray<tavString> m_localNetworks;
 };
 

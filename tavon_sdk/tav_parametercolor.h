@@ -1,15 +1,18 @@
 #pragma once
 
-#include "tav_concreteparameter.h"
+#include "tav_typedparameter.h"
 
 namespace tavon {
 
-// A colour of four components.
-class tavParameterColor : public tavConcreteParameter<tavParameterColor, 4> {
+// A colour of four components. Its text has the form "0x11223344". Colours have no order: the ordering
+// operators give false.
+class tavParameterColor : public tavTypedParameter<4> {
  public:
-  static constexpr tavEObject TypeId = tavObject_ParameterColor;
   static constexpr const char* TypeName = "ParameterColor";
-  static constexpr tavReporter Report{"tav_parametercolor"};
+  static const tavParameterType Type;
+
+  tavParameterColor();
+  tavParameterColor* GetParameterColorPtr() override { return this; }
 
   // Sets the components, from one number with the first component in its highest byte, or one by one.
   void SetValue(const unsigned int& v);
@@ -23,13 +26,6 @@ class tavParameterColor : public tavConcreteParameter<tavParameterColor, 4> {
   // Also calls OnRGBValue if the object is dirty afterwards.
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
-  // Colours have no order: the ordering operators give false, as does an operand of fewer than four bytes.
-  bool Comparison(const tavECodeOperator& op, const unsigned char* data,
-                  const unsigned int& size) const override;
-
-  // In the form "0x11223344".
-  tavString ValueToString() const override;
-
   // Hook: the colour was set and the object is dirty. `on` is 1 if any of the first three components is not
   // 0, otherwise 0. Called with the lock held.
   virtual void OnRGBValue(unsigned char on) { static_cast<void>(on); }
@@ -38,6 +34,9 @@ class tavParameterColor : public tavConcreteParameter<tavParameterColor, 4> {
   // or begin the text. A pair that is not hexadecimal gives 0, a single digit at the end is dropped, and the
   // bytes that the text does not reach are left alone.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
+  // Sets a parameter known by its interface. Null does nothing; another type is reported (code 6).
+  static tavEError SetDataFromString(tavIParameter* pPrm, const tavString& text);
+  using tavTypedParameter::SetDataFromString;
 };
 
 }  // namespace tavon

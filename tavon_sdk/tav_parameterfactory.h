@@ -1,19 +1,23 @@
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include "tav_error.h"
-#include "tav_object.h"
-#include "tav_string.h"
+#include "tav_parametertype.h"
 
 namespace tavon {
 
-class tavIParameter;
-
-// Knows all parameter types: their ids, their names, how the text of a value becomes bytes, and how to make
-// an object. It has no state; any thread may call it.
+// Knows the SDK's parameter types: their ids, their names, how the text of a value becomes bytes, and how to
+// make an object. It has no state; any thread may call it. It does not know types of your own.
 class tavParameterFactory {
  public:
+  // The records of all types, in the order of their ids.
+  static std::span<const tavParameterType* const> GetTypes();
+
+  // The record of a type; null for an unknown id.
+  static const tavParameterType* FindType(tavEObject id);
+
   // The id of a type with a name such as "ParameterSwitch", ignoring letter case; tavObject_None if there is
   // no such type.
   static tavEObject TypeNameToId(const tavString& name);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tav_byteparameter.h"
+#include "tav_typedparameter.h"
 #include "tav_workerthread.h"
 #include "vevent.h"
 
@@ -18,13 +18,12 @@ namespace tavon {
 // must call term_thread() at the beginning of its destructor.
 //
 // The object belongs to the process that made it, see tavWorkerThread.
-class tavParameterShutter : public tavByteParameter<tavParameterShutter> {
+class tavParameterShutter : public tavTypedParameter<1> {
  public:
-  static constexpr tavEObject TypeId = tavObject_ParameterShutter;
   static constexpr const char* TypeName = "ParameterShutter";
-  static constexpr tavReporter Report{"tav_parametershutter"};
-  static constexpr tavPublishedLines Lines{
-      .setDataFromString = 43, .setDataValue = 84, .getDataValue = 88, .comparison = 99};
+  static const tavParameterType Type;
+
+  tavParameterShutter* GetParameterShutterPtr() override { return this; }
 
   // The value is 2, and the object is dirty, as that is a change from 0. If the thread cannot be made
   // (reported with code 5) or started (code 1), the shutter works but does not stop by itself.
@@ -39,12 +38,13 @@ class tavParameterShutter : public tavByteParameter<tavParameterShutter> {
 
   // 0 becomes 1; 4 and above become 3.
   void SetValue(unsigned char value);
+  unsigned char GetValue() const { return CopyBytes()[0]; }
 
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
   // Also wakes the thread. Whichever SetData stores a new value marks the object dirty.
   void IsDirty(bool dirty) override;
-  using tavByteParameter::IsDirty;
+  using tavTypedParameter::IsDirty;
 
   // True if the thread made the last change.
   bool IsChangedByCallBack() const override;
@@ -65,6 +65,9 @@ class tavParameterShutter : public tavByteParameter<tavParameterShutter> {
   // The low 8 bits of the number in the text; 0 gives 1, more than 3 gives 3. So "256" gives 1, "260"
   // gives 3.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
+  // Sets a parameter known by its interface. Null does nothing; another type is reported (code 6).
+  static tavEError SetDataFromString(tavIParameter* pPrm, const tavString& text);
+  using tavTypedParameter::SetDataFromString;
 
  private:
   unsigned int WaitForChange(unsigned int firstLook);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tav_byteparameter.h"
+#include "tav_typedparameter.h"
 #include "tav_workerthread.h"
 
 namespace tavon {
@@ -17,13 +17,12 @@ namespace tavon {
 // it is fully constructed, and must call term_thread() at the beginning of its destructor.
 //
 // The object belongs to the process that made it, see tavWorkerThread.
-class tavParameterSwitchRelease : public tavOnOffParameter<tavParameterSwitchRelease> {
+class tavParameterSwitchRelease : public tavTypedParameter<1> {
  public:
-  static constexpr tavEObject TypeId = tavObject_ParameterSwitchRelease;
   static constexpr const char* TypeName = "ParameterSwitchRelease";
-  static constexpr tavReporter Report{"tav_parameterswitchrelease"};
-  static constexpr tavPublishedLines Lines{
-      .setDataFromString = 38, .setDataValue = 85, .getDataValue = 89, .comparison = 99};
+  static const tavParameterType Type;
+
+  tavParameterSwitchRelease* GetParameterSwitchReleasePtr() override { return this; }
 
   tavParameterSwitchRelease();
   ~tavParameterSwitchRelease() override;
@@ -36,6 +35,10 @@ class tavParameterSwitchRelease : public tavOnOffParameter<tavParameterSwitchRel
   // If the thread cannot be made (reported with code 5) or started (code 1), nothing is released.
   void SetSafeTime(const unsigned int& ms);
   unsigned int GetSafeTime() const;
+
+  // 0 stays; any other value is stored as 1.
+  void SetValue(unsigned char value);
+  unsigned char GetValue() const { return CopyBytes()[0]; }
 
   // Whether 1 is the rest value and 0 the active one.
   void IsInverted(bool inverted);
@@ -58,6 +61,9 @@ class tavParameterSwitchRelease : public tavOnOffParameter<tavParameterSwitchRel
 
   // 0 if the low 8 bits of the number in the text are all zero, otherwise 1: "256" is off, "257" is on.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
+  // Sets a parameter known by its interface. Null does nothing; another type is reported (code 6).
+  static tavEError SetDataFromString(tavIParameter* pPrm, const tavString& text);
+  using tavTypedParameter::SetDataFromString;
 
  private:
   // Reads the value and the milliseconds since it was last set active, in one step, so that a new value never

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tav_concreteparameter.h"
+#include "tav_typedparameter.h"
 #include "tav_workerthread.h"
 
 namespace tavon {
@@ -8,7 +8,8 @@ namespace tavon {
 // A weekly heating schedule: an active byte and a set-point for every hour of the week.
 //
 // The value has 673 bytes: the active byte (0 is off), then 168 single-precision numbers, little-endian, from
-// Monday 0 o'clock to Sunday 23 o'clock.
+// Monday 0 o'clock to Sunday 23 o'clock. Its text is a comma list of them, with at most two decimals; a
+// set-point of 0.0 reads "0". Schedules have no order: the ordering operators give false.
 //
 // The object owns a thread from construction to destruction. While the schedule is active, the thread moves
 // the current temperature to the set-point of each new hour: one second before the hour, at hh:59:59, plus
@@ -27,13 +28,12 @@ namespace tavon {
 // overrides it must call term_thread() at the beginning of its destructor.
 //
 // The object belongs to the process that made it, see tavWorkerThread.
-class tavParameterThermoChronoWeek : public tavConcreteParameter<tavParameterThermoChronoWeek, 673> {
+class tavParameterThermoChronoWeek : public tavTypedParameter<673> {
  public:
-  static constexpr tavEObject TypeId = tavObject_ParameterThermoChronoWeek;
   static constexpr const char* TypeName = "ParameterThermoChronoWeek";
-  static constexpr tavReporter Report{"tav_parameterthermochronoweek"};
-  static constexpr tavPublishedLines Lines{
-      .setDataFromString = 72, .setDataValue = 98, .getDataValue = 102, .comparison = 211};
+  static const tavParameterType Type;
+
+  tavParameterThermoChronoWeek* GetParameterThermoChronoWeekPtr() override { return this; }
 
   // A day of the week, for GetDay.
   enum EDays : std::int32_t {
@@ -68,19 +68,6 @@ class tavParameterThermoChronoWeek : public tavConcreteParameter<tavParameterThe
   // Also applies the set-point of the present hour if the schedule is active afterwards.
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
-  // A text without a comma only sets the active byte; a comma list sets the whole value. An empty text does
-  // nothing.
-  using tavConcreteParameter::SetDataFromString;
-  static tavEError SetDataFromString(tavIParameter* pPrm, const tavString& text);
-
-  // A comma list of the active byte and the set-points, with at most two decimals; a set-point of 0.0 reads
-  // "0".
-  tavString ValueToString() const override;
-
-  // Schedules have no order: the ordering operators give false, as does an operand of fewer than 673 bytes.
-  bool Comparison(const tavECodeOperator& op, const unsigned char* data,
-                  const unsigned int& size) const override;
-
   // Applies the set-point of an hour of a day (0 is Monday) if the schedule is active.
   void update_temperature(int day, int hour);
 
@@ -96,6 +83,10 @@ class tavParameterThermoChronoWeek : public tavConcreteParameter<tavParameterThe
   // A text without a comma only writes the active byte, the low 8 bits of its number. A comma list writes the
   // whole value: missing and empty set-points are 0.0, those after the 168th are ignored.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
+  // Sets the active byte or the whole value so, of a parameter known by its interface too. An empty text and
+  // null do nothing; another type is reported (code 6).
+  tavEError SetDataFromString(const tavString& text) override;
+  static tavEError SetDataFromString(tavIParameter* pPrm, const tavString& text);
 
  private:
   unsigned int m_offsetTime = 0;

@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "tav_byteparameter.h"
+#include "tav_typedparameter.h"
 #include "tav_virtualitem.h"
 #include "tav_workerthread.h"
 #include "vevent.h"
@@ -31,13 +31,12 @@ namespace tavon {
 // overrides a hook or SetData must call delete_scene() at the beginning of its destructor.
 //
 // The object belongs to the process that made it, see tavWorkerThread.
-class tavParameterVRScene : public tavByteParameter<tavParameterVRScene> {
+class tavParameterVRScene : public tavTypedParameter<1> {
  public:
-  static constexpr tavEObject TypeId = tavObject_ParameterVRScene;
   static constexpr const char* TypeName = "ParameterVRScene";
-  static constexpr tavReporter Report{"tav_parametervrscene"};
-  static constexpr tavPublishedLines Lines{
-      .setDataFromString = 44, .setDataValue = 90, .getDataValue = 94, .comparison = 148};
+  static const tavParameterType Type;
+
+  tavParameterVRScene* GetParameterVRScenePtr() override { return this; }
 
   // The largest number of items that a scene without waits may have to be played at once; 2 at first. Set it
   // before scenes are built.
@@ -64,6 +63,7 @@ class tavParameterVRScene : public tavByteParameter<tavParameterVRScene> {
 
   // Values above 2 become 2.
   void SetValue(unsigned char value);
+  unsigned char GetValue() const { return CopyBytes()[0]; }
 
   // Stores the value, and plays or stops. The play thread misses a request that comes while it plays or in
   // the 100 ms after a play. Stopping ends a running wait. A scene that is played at once plays only at the
@@ -92,6 +92,9 @@ class tavParameterVRScene : public tavByteParameter<tavParameterVRScene> {
 
   // The low 8 bits of the number in the text.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
+  // Sets a parameter known by its interface. Null does nothing; another type is reported (code 6).
+  static tavEError SetDataFromString(tavIParameter* pPrm, const tavString& text);
+  using tavTypedParameter::SetDataFromString;
 
  private:
   struct Items;

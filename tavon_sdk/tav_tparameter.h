@@ -1,9 +1,11 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <list>
 #include <memory>
 
+#include "tav_error.h"
 #include "tav_parameter.h"
 
 namespace tavon {
@@ -40,30 +42,110 @@ class LinkWithParameterData {
   unsigned int m_drivenSize;
 };
 
-// A parameter with a value of N bytes: stores the value, drives the target, keeps styles and settings. The
-// derived types give the bytes their meaning. All bytes are 0 after construction.
+// The rules of a link, in the order in which they were added.
+class tavDrivenMap {
+ public:
+  // Does what tavIParameter::AddDrivenMapItem says; `lock` is held while the rule is appended.
+  unsigned int Add(vMutex& lock, tavECodeOperator op, const unsigned char* dataDriver,
+                   unsigned int sizeDriver, const unsigned char* dataDriven, unsigned int sizeDriven);
+
+  // Applies the first rule that holds. False if there is none.
+  bool Apply(const tavIParameter& driver, tavIParameter& target) const;
+
+ private:
+  std::list<LinkWithParameterData> m_rules;  // most parameters drive none, and an empty list needs no memory
+};
+
+// Reports (code 6) that GetDataCopy was given no buffer.
+void tavReportNoBuffer();
+
+// A parameter with a value of N bytes, at least 1: stores the value, drives the target, keeps styles and
+// settings. The derived types give the bytes their meaning. All bytes are 0 after construction.
 template <unsigned int N>
 class tavTParameter : public tavIParameter {
  public:
   bool IsValid() const override { return true; }
 
   // Tries the rules of the link, see AddDrivenMapItem.
-  void OnDirty() override;
+  void OnDirty() override {
+    tavIParameter::OnDirty();
+    tavSMutex lock(&m_lock);
+    if (m_drivenTarget == nullptr || !m_drivenMap.Apply(*this, *m_drivenTarget)) return;
+    lock.UnLock();
+    OnLinkedParameterChange();
+  }
 
-  void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
-  void AddUIStyle(const tavString& style) override;
-  void SetUIStyle(const tavArray<tavString>& styles) override;
-  void GetUIStyle(tavArray<tavString>* o_styles) const override;
-  void SetSettings(const tavString& settings) override;
-  void GetSettings(tavString* o_settings) const override;
+  void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override {
+    tavSMutex lock(&m_lock);
+    if (data == nullptr || size == 0) {
+      // Kept for compatibility: an invalid write keeps every other thread out of the object.
+      lock.LeaveLocked();
+      return;
+    }
+    const unsigned int stored = std::min(size, N);
+    if (std::equal(data, data + stored, m_value.begin())) return;
+    IsDirty(true);
+    const auto rest = std::copy_n(data, stored, m_value.begin());
+    if (flag != 0) std::fill(rest, m_value.end(), static_cast<unsigned char>(0));
+  }
+
+  void AddUIStyle(const tavString& style) override {
+    const tavSMutex lock(&m_lock);
+    const bool isKnown = std::find(m_uiStyles.begin(), m_uiStyles.end(), style) != m_uiStyles.end();
+    if (!isKnown) m_uiStyles.push_back(style);
+  }
+
+  void SetUIStyle(const tavArray<tavString>& styles) override {
+    const tavSMutex lock(&m_lock);
+    m_uiStyles = styles;
+  }
+
+  void GetUIStyle(tavArray<tavString>* o_styles) const override {
+    if (o_styles == nullptr) return;
+    const tavSMutex lock(&m_lock);
+    *o_styles = m_uiStyles;
+  }
+
+  void SetSettings(const tavString& settings) override {
+    const tavSMutex lock(&m_lock);
+    m_settings = settings;
+  }
+
+  void GetSettings(tavString* o_settings) const override {
+    if (o_settings == nullptr) return;
+    const tavSMutex lock(&m_lock);
+    *o_settings = m_settings;
+  }
+
   unsigned int GetDataSize() const override { return N; }
-  void GetDataCopy(unsigned char* io_buffer) const override;
-  void SetDrivenTarget(tavIParameter* target) override;
-  tavIParameter* GetDrivenTarget() override;
+
+  void GetDataCopy(unsigned char* io_buffer) const override {
+    if (io_buffer == nullptr) {
+      tavReportNoBuffer();
+      return;
+    }
+    const tavSMutex lock(&m_lock);
+    std::copy(m_value.begin(), m_value.end(), io_buffer);
+  }
+
+  void SetDrivenTarget(tavIParameter* target) override {
+    const tavSMutex lock(&m_lock);
+    m_drivenTarget = target;
+  }
+
+  tavIParameter* GetDrivenTarget() override {
+    const tavSMutex lock(&m_lock);
+    return m_drivenTarget;
+  }
+
   unsigned int AddDrivenMapItem(tavECodeOperator op, const unsigned char* dataDriver,
                                 const unsigned int& sizeDriver, const unsigned char* dataDriven,
-                                const unsigned int& sizeDriven) override;
+                                const unsigned int& sizeDriven) override {
+    return m_drivenMap.Add(m_lock, op, dataDriver, sizeDriver, dataDriven, sizeDriven);
+  }
+
   void OnLinkedParameterChange() override {}
+
   const unsigned char* GetData() const override { return m_value.data(); }
 
  protected:
@@ -72,12 +154,12 @@ class tavTParameter : public tavIParameter {
 
  private:
   tavIParameter* m_drivenTarget = nullptr;
-  // Most parameters drive none, and an empty list needs no memory.
-  std::list<LinkWithParameterData> m_drivenMap;
+  tavDrivenMap m_drivenMap;
   tavArray<tavString> m_uiStyles;
   tavString m_settings;
 };
 
+// The sizes of the SDK's own types are compiled once, in the library.
 extern template class tavTParameter<1>;
 extern template class tavTParameter<4>;
 extern template class tavTParameter<673>;

@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "tav_event.h"
+#include "tav_parameterfactory.h"
 
 using tavon::tavEvent;
 
@@ -59,8 +60,8 @@ std::string Meaning(std::span<const unsigned char> value, tavon::tavIParameter& 
   if (value.empty()) return {};
   const bool isActiveByte = parameter.GetParameterThermoChronoWeekPtr() != nullptr && value.size() == 1;
   if (isActiveByte) return value[0] != 0 ? " means the schedule is on" : " means the schedule is off";
-  const bool isText =
-      parameter.GetParameterInfoPtr() != nullptr || parameter.GetParameterCameraPtr() != nullptr;
+  const tavon::tavParameterType* const type = tavon::tavParameterFactory::FindType(parameter.GetType());
+  const bool isText = type != nullptr && type->IsText();
   const std::size_t whole = isText ? value.size() : parameter.GetDataSize();
   if (value.size() < whole) {
     return " means the first " + std::to_string(value.size()) + " of " + std::to_string(whole) + " bytes";

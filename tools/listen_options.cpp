@@ -9,9 +9,7 @@
 #include <limits>
 #include <string>
 #include <string_view>
-#include <utility>
 
-#include "tav_error.h"
 #include "tav_parameterfactory.h"
 #include "tav_parametershutter.h"
 #include "ura_version.h"
@@ -48,16 +46,12 @@ int Print(const char* text) {
   return std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0 ? EXIT_SUCCESS : EXIT_FAILURE;
 }
 
-// The types a parameter can be made of, with commas between. Their ids have no gaps.
+// The types a parameter can be made of, with commas between.
 std::string TypeNames() {
-  const unsigned int level = std::exchange(tavon::tavError::Level, 0);  // the last id is none: no report
   std::string names;
-  for (int id = tavon::tavObject_ParameterSwitch;; ++id) {
-    const std::string name = tavon::tavParameterFactory::IdToTypeName(static_cast<tavon::tavEObject>(id));
-    if (name.empty()) break;
-    names += (names.empty() ? "" : ", ") + name;
+  for (const tavon::tavParameterType* type : tavon::tavParameterFactory::GetTypes()) {
+    names += (names.empty() ? "" : ", ") + std::string(type->name);
   }
-  tavon::tavError::Level = level;
   return names;
 }
 

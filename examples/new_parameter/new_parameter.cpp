@@ -1,77 +1,83 @@
-// A parameter of one's own with a live value: a thermometer that reads its sensor whenever somebody asks.
+// A parameter type of one's own: the meter that counts the energy of a house.
 //
 // usage: new_parameter
 
-#include <algorithm>
+#include <cinttypes>
 #include <cstdio>
 
-#include "tav_floatbytes.h"
 #include "tav_parameterswitch.h"
-#include "tav_parameterthermo.h"
+#include "tav_typedparameter.h"
+#include "tav_values.h"
 
 using namespace tavon;
 
-// To programs it is a thermostat's set-point: type, casts and text are those of tavParameterThermo. Only
-// where the bytes come from is its own: GetData, which comparisons and links go through, and what else tells
-// the value.
-class Thermometer : public tavParameterThermo {
- public:
-  using Sensor = float (*)();
+// What the type is. Ids below 10000 are the SDK's; names have to differ from the SDK's own.
+constexpr auto kEnergyMeter = static_cast<tavEObject>(10001);
 
-  explicit Thermometer(Sensor sensor) : m_sensor(sensor) {}
+// The value: watt-hours as 8 bytes, the lowest first, as all values are.
+using Energy = std::uint64_t;
+constexpr unsigned int kEnergySize = 8;
 
-  const unsigned char* GetData() const override {
-    const tavSMutex lock(&m_lock);
-    StoreFloat(m_sensor(), m_reading);
-    return m_reading;
-  }
-  void GetDataCopy(unsigned char* io_buffer) const override {
-    const tavSMutex lock(&m_lock);
-    std::copy_n(GetData(), GetDataSize(), io_buffer);
-  }
-  float GetValue() const {
-    const tavSMutex lock(&m_lock);
-    return LoadFloat(GetData());
-  }
-  tavString ValueToString() const override { return tavString::FromFloat(GetValue(), 1); }
-
-  // Nobody sets a thermometer.
-  void SetData(const unsigned char*, const unsigned int&, unsigned char) override {}
-
-  // Tries the rules of its link, as if the value had just changed: they are tried when a dirty parameter is
-  // made clean.
-  void Poll() {
-    IsDirty(true);
-    IsDirty(false);
-  }
-
- private:
-  Sensor m_sensor;
-  mutable unsigned char m_reading[kFloatSize] = {};
-};
-
-// What the sensor would tell.
-static float roomTemperature = 20.0F;
-static float ReadSensor() { return roomTemperature; }
-
-// Adds the rule: when the thermometer's value compares so with a temperature, the heater is switched.
-static void AddRule(Thermometer& thermometer, tavECodeOperator op, float temperature, unsigned char heat) {
-  unsigned char bytes[kFloatSize];
-  StoreFloat(temperature, bytes);
-  thermometer.AddDrivenMapItem(op, bytes, kFloatSize, &heat, 1);
+static Energy LoadEnergy(const unsigned char* value) {
+  Energy wattHours = 0;
+  for (unsigned int i = kEnergySize; i-- > 0;) wattHours = wattHours << 8 | value[i];
+  return wattHours;
 }
 
-int main() {
-  tavParameterSwitch heater;
-  Thermometer thermometer(ReadSensor);
-  thermometer.SetDrivenTarget(&heater);
-  AddRule(thermometer, tavCodeOperator_Less, 19.0F, 1);
-  AddRule(thermometer, tavCodeOperator_GreaterOrEqual, 21.0F, 0);
+static void StoreEnergy(Energy wattHours, unsigned char* o_value) {
+  for (unsigned int i = 0; i < kEnergySize; ++i) o_value[i] = static_cast<unsigned char>(wattHours >> 8 * i);
+}
 
-  for (const float temperature : {20.0F, 18.5F, 20.0F, 21.5F}) {
-    roomTemperature = temperature;
-    thermometer.Poll();
-    std::printf("%s degrees: the heater is %s\n", thermometer.ValueToString().c_str(),
+static void WriteEnergy(const tavString& text, unsigned char* o_value) {
+  StoreEnergy(std::strtoull(text.c_str(), nullptr, 10), o_value);
+}
+
+static tavString EnergyText(const unsigned char* value) { return std::to_string(LoadEnergy(value)); }
+
+static bool CompareEnergies(tavECodeOperator op, const unsigned char* value, const unsigned char* operand) {
+  return Compare(op, LoadEnergy(value), LoadEnergy(operand));
+}
+
+// The class: the record, and typed functions.
+class EnergyMeter : public tavTypedParameter<kEnergySize> {
+ public:
+  static const tavParameterType Type;
+
+  EnergyMeter() : tavTypedParameter(Type) {}
+
+  void SetValue(Energy wattHours) {
+    std::array<unsigned char, kEnergySize> value;
+    StoreEnergy(wattHours, value.data());
+    SetBytes(value);
+  }
+  Energy GetValue() const { return LoadEnergy(CopyBytes().data()); }
+};
+
+const tavParameterType EnergyMeter::Type{.id = kEnergyMeter,
+                                         .name = "EnergyMeter",
+                                         .source = "new_parameter",
+                                         .size = kEnergySize,
+                                         .encode = WriteEnergy,
+                                         .toText = EnergyText,
+                                         .compare = CompareEnergies};
+
+int main() {
+  // Links, texts and XML work as with the SDK's types: from 5 kWh on, the meter switches the heater off.
+  tavParameterSwitch heater;
+  heater.SetValue(1);
+  EnergyMeter meter;
+  meter.SetName(L"House");
+  meter.SetDrivenTarget(&heater);
+  unsigned char limit[kEnergySize];
+  StoreEnergy(5000, limit);
+  const unsigned char off = 0;
+  meter.AddDrivenMapItem(tavCodeOperator_GreaterOrEqual, limit, kEnergySize, &off, 1);
+
+  for (const char* reading : {"4999", "5000", "123456789012345"}) {
+    meter.SetDataFromString(reading);
+    meter.IsDirty(false);  // the change is acknowledged, and the rule is tried
+    std::printf("%" PRIu64 " Wh: the heater is %s\n", meter.GetValue(),
                 heater.GetValue() != 0 ? "on" : "off");
   }
+  std::printf("%s\n", meter.SerializeAsXml().c_str());
 }

@@ -1,15 +1,28 @@
 #include "tav_parameteralert.h"
 
-#include "tav_valueencoding.h"
+#include "tav_values.h"
 
 namespace tavon {
+
+const tavParameterType tavParameterAlert::Type{.id = tavObject_ParameterAlert,
+                                               .name = TypeName,
+                                               .source = "tav_parameteralert",
+                                               .size = 1,
+                                               .encode = WriteOnOff,
+                                               .toText = ByteText,
+                                               .compare = CompareBytes,
+                                               .lines = {.noBuffer = 19}};
+
+tavParameterAlert::tavParameterAlert() : tavTypedParameter(Type) {}
+
+void tavParameterAlert::SetValue(unsigned char value) { SetBytes({OnOff(value)}); }
 
 void tavParameterAlert::IsInverted(bool inverted) {
   {
     const tavSMutex lock(&m_lock);
     m_inverted = inverted;
   }
-  SetByte(inverted ? 1 : 0);
+  SetValue(inverted ? 1 : 0);
 }
 
 bool tavParameterAlert::IsInverted() const {
@@ -40,14 +53,14 @@ tavString tavParameterAlert::GetMessage() const {
 }
 
 void tavParameterAlert::SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) {
-  tavOnOffParameter::SetData(data, size, flag);
+  tavTypedParameter::SetData(data, size, flag);
   const tavSMutex lock(&m_lock);
   if ((m_value[0] != 0) != m_inverted) OnAlert();
 }
 
 tavString tavParameterAlert::SerializeParametersAsXml() const {
   const tavSMutex lock(&m_lock);
-  tavString xml = tavOnOffParameter::SerializeParametersAsXml();
+  tavString xml = tavTypedParameter::SerializeParametersAsXml();
   xml.append("<invert>").append(m_inverted ? "1" : "0").append("</invert>");
   xml.append("<severity>").append(tavString::FromInt(m_severity)).append("</severity>");
   xml.append("<message>").append(m_message).append("</message>");
@@ -55,7 +68,11 @@ tavString tavParameterAlert::SerializeParametersAsXml() const {
 }
 
 tavEError tavParameterAlert::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteOnOff, {19});
+  return tavEncodeText(Type, text, o_pBuffer);
+}
+
+tavEError tavParameterAlert::SetDataFromString(tavIParameter* pPrm, const tavString& text) {
+  return SetFromText(Type, pPrm, text);
 }
 
 }  // namespace tavon

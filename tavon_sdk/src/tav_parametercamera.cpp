@@ -2,26 +2,24 @@
 
 #include <algorithm>
 
-#include "tav_valueencoding.h"
+#include "tav_error.h"
+#include "tav_values.h"
 
 namespace tavon {
+namespace {
 
-void tavParameterCamera::SetLocalUrl(const wchar_t* url) { ReplaceText(m_text, tavString::AsUTF8(url)); }
+constexpr tavReporter kReport{"tav_parametercamera"};
 
-void tavParameterCamera::SetLocalUrl(const char* url) { ReplaceText(m_text, url == nullptr ? "" : url); }
+}  // namespace
 
-void tavParameterCamera::SetRemoteUrl(const wchar_t* url) {
-  ReplaceText(m_remoteUrl, tavString::AsUTF8(url));
-}
+const tavParameterType tavParameterCamera::Type{.id = tavObject_ParameterCamera,
+                                                .name = TypeName,
+                                                .source = "tav_parametercamera",
+                                                .size = 0,
+                                                .encode = WritePresence,
+                                                .lines = {.noBuffer = 16}};
 
-void tavParameterCamera::SetRemoteUrl(const char* url) {
-  ReplaceText(m_remoteUrl, url == nullptr ? "" : url);
-}
-
-tavString tavParameterCamera::GetRemoteUrl() const {
-  const tavSMutex lock(&m_lock);
-  return m_remoteUrl;
-}
+tavParameterCamera::tavParameterCamera() : tavTypedParameter(Type) {}
 
 void tavParameterCamera::AddLocalNetwork(const tavString& prefix) {
   const tavSMutex lock(&m_lock);
@@ -31,25 +29,44 @@ void tavParameterCamera::AddLocalNetwork(const tavString& prefix) {
 tavString tavParameterCamera::GetUrl(const tavString& strIp) const {
   const std::size_t lastDot = strIp.rfind('.');
   if (lastDot == tavString::npos) {
-    Report(tavError_InvalidArgument, "strIp is not valid ip! " + strIp);
+    kReport(tavError_InvalidArgument, "strIp is not valid ip! " + strIp);
     return {};
   }
   const tavSMutex lock(&m_lock);
-  if (m_remoteUrl.empty()) return m_text;
-  if (m_text.empty()) return m_remoteUrl;
+  const tavString localUrl = m_localUrl.Get();
+  const tavString remoteUrl = m_remoteUrl.Get();
+  if (remoteUrl.empty()) return localUrl;
+  if (localUrl.empty()) return remoteUrl;
   const auto network = std::find(m_localNetworks.begin(), m_localNetworks.end(), strIp.substr(0, lastDot));
-  return network != m_localNetworks.end() ? m_text : m_remoteUrl;
+  return network != m_localNetworks.end() ? localUrl : remoteUrl;
+}
+
+void tavParameterCamera::GetDataCopy(unsigned char* io_buffer) const {
+  if (io_buffer == nullptr) {
+    kReport(tavError_InvalidArgument, "io_buffer == 0");
+    return;
+  }
+  m_localUrl.GetDataCopy(io_buffer);
+}
+
+void tavParameterCamera::SetData(const unsigned char* data, const unsigned int& size,
+                                 unsigned char /*flag*/) {
+  m_localUrl.SetData(data, size);
 }
 
 bool tavParameterCamera::Comparison(const tavECodeOperator& /*op*/, const unsigned char* data,
                                     const unsigned int& size) const {
   if (data == nullptr || size == 0) return false;
-  Report(tavError_OperationFailed, "No comparison for tavParameterCamera!");
+  kReport(tavError_OperationFailed, "No comparison for tavParameterCamera!");
   return false;
 }
 
 tavEError tavParameterCamera::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WritePresence, {16});
+  return tavEncodeText(Type, text, o_pBuffer);
+}
+
+tavEError tavParameterCamera::SetDataFromString(tavIParameter* pPrm, const tavString& text) {
+  return SetFromText(Type, pPrm, text);
 }
 
 }  // namespace tavon

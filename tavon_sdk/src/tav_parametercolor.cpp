@@ -2,10 +2,13 @@
 
 #include <algorithm>
 
-#include "tav_valueencoding.h"
+#include "tav_error.h"
+#include "tav_values.h"
 
 namespace tavon {
 namespace {
+
+constexpr tavReporter kReport{"tav_parametercolor"};
 
 constexpr unsigned int kComponents = 4;
 
@@ -36,7 +39,24 @@ void WriteComponents(const tavString& text, unsigned char* o_value) {
   }
 }
 
+tavString ComponentText(const unsigned char* value) {
+  tavString text;
+  text.SetFormat(64, "0x%.2X%.2X%.2X%.2X", value[0], value[1], value[2], value[3]);
+  return text;
+}
+
 }  // namespace
+
+const tavParameterType tavParameterColor::Type{.id = tavObject_ParameterColor,
+                                               .name = TypeName,
+                                               .source = "tav_parametercolor",
+                                               .size = kComponents,
+                                               .encode = WriteComponents,
+                                               .toText = ComponentText,
+                                               .compare = CompareUnordered<kComponents>,
+                                               .lines = {.noBuffer = 19}};
+
+tavParameterColor::tavParameterColor() : tavTypedParameter(Type) {}
 
 void tavParameterColor::SetValue(const unsigned int& v) {
   SetValue(static_cast<unsigned char>(v >> 24), static_cast<unsigned char>(v >> 16),
@@ -44,12 +64,11 @@ void tavParameterColor::SetValue(const unsigned int& v) {
 }
 
 void tavParameterColor::SetValue(unsigned char c0, unsigned char c1, unsigned char c2, unsigned char c3) {
-  const unsigned char components[] = {c0, c1, c2, c3};
-  SetData(components, kComponents, 1);
+  SetBytes({c0, c1, c2, c3});
 }
 
 void tavParameterColor::GetValue(unsigned int* o_val) const {
-  if (o_val == nullptr) Report(tavError_InvalidArgument, "o_val == 0");
+  if (o_val == nullptr) kReport(tavError_InvalidArgument, "o_val == 0");
   const tavSMutex lock(&m_lock);
   // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): callers never pass null, unless the log throws
   *o_val = static_cast<unsigned int>(m_value[0]) << 24 | static_cast<unsigned int>(m_value[1]) << 16 |
@@ -66,26 +85,17 @@ void tavParameterColor::GetValue(unsigned char* o_c0, unsigned char* o_c1, unsig
 }
 
 void tavParameterColor::SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) {
-  tavConcreteParameter::SetData(data, size, flag);
+  tavTypedParameter::SetData(data, size, flag);
   const tavSMutex lock(&m_lock);
   if (IsDirty()) OnRGBValue((m_value[0] | m_value[1] | m_value[2]) != 0 ? 1 : 0);
 }
 
-bool tavParameterColor::Comparison(const tavECodeOperator& op, const unsigned char* data,
-                                   const unsigned int& size) const {
-  if (data == nullptr || size < kComponents) return false;
-  return CompareUnordered(op, data);
-}
-
-tavString tavParameterColor::ValueToString() const {
-  const tavSMutex lock(&m_lock);
-  tavString text;
-  text.SetFormat(64, "0x%.2X%.2X%.2X%.2X", m_value[0], m_value[1], m_value[2], m_value[3]);
-  return text;
-}
-
 tavEError tavParameterColor::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteComponents, {19});
+  return tavEncodeText(Type, text, o_pBuffer);
+}
+
+tavEError tavParameterColor::SetDataFromString(tavIParameter* pPrm, const tavString& text) {
+  return SetFromText(Type, pPrm, text);
 }
 
 }  // namespace tavon

@@ -1,6 +1,7 @@
 // The part of the factory that makes objects. It has a source of its own so that a program which only
 // converts values links no objects and no threads.
 #include <algorithm>
+#include <array>
 #include <new>
 
 #include "tav_parameterfactory.h"
@@ -12,29 +13,47 @@ namespace {
 constexpr tavReporter kReport{"tav_parameterfactory"};
 
 struct Creator {
-  tavEObject id;
+  const tavParameterType& type;
   tavIParameter* (*create)();
 };
 
-constexpr std::array kCreators = tavParameterTypes::Table([]<class Parameter>() {
-  return Creator{Parameter::TypeId, [] { return static_cast<tavIParameter*>(new Parameter); }};
-});
+template <class Parameter>
+tavIParameter* Create() {
+  return new Parameter;
+}
+
+constexpr std::array kCreators = {
+    Creator{tavParameterSwitch::Type, Create<tavParameterSwitch>},
+    Creator{tavParameterSwitchRelease::Type, Create<tavParameterSwitchRelease>},
+    Creator{tavParameterSlider::Type, Create<tavParameterSlider>},
+    Creator{tavParameterColor::Type, Create<tavParameterColor>},
+    Creator{tavParameterInfo::Type, Create<tavParameterInfo>},
+    Creator{tavParameterShutter::Type, Create<tavParameterShutter>},
+    Creator{tavParameterThermo::Type, Create<tavParameterThermo>},
+    Creator{tavParameterThermoChronoWeek::Type, Create<tavParameterThermoChronoWeek>},
+    Creator{tavParameterHDScene::Type, Create<tavParameterHDScene>},
+    Creator{tavParameterVRScene::Type, Create<tavParameterVRScene>},
+    Creator{tavParameterAlert::Type, Create<tavParameterAlert>},
+    Creator{tavParameterByte::Type, Create<tavParameterByte>},
+    Creator{tavParameterTuner::Type, Create<tavParameterTuner>},
+    Creator{tavParameterCamera::Type, Create<tavParameterCamera>},
+};
+
+tavIParameter* ReportFailure(tavEError code, tavEObject id, int line) {
+  kReport(code, "Can not created parameter " + tavString::FromInt(id), {line, "CreateByType"});
+  return nullptr;
+}
 
 }  // namespace
 
 tavIParameter* tavParameterFactory::CreateByType(tavEObject id) {
-  const tavString message = "Can not created parameter " + tavString::FromInt(id);
   const auto row =
-      std::find_if(kCreators.begin(), kCreators.end(), [id](const Creator& c) { return c.id == id; });
-  if (row == kCreators.end()) {
-    kReport(tavError_InvalidArgument, message, {98});
-    return nullptr;
-  }
+      std::ranges::find_if(kCreators, [id](const Creator& creator) { return creator.type.id == id; });
+  if (row == kCreators.end()) return ReportFailure(tavError_InvalidArgument, id, 98);
   try {
     return row->create();
   } catch (const std::bad_alloc&) {
-    kReport(tavError_OutOfMemory, message, {103});
-    return nullptr;
+    return ReportFailure(tavError_OutOfMemory, id, 103);
   }
 }
 

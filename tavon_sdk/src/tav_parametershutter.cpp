@@ -2,11 +2,14 @@
 
 #include <algorithm>
 
+#include "tav_error.h"
 #include "tav_time.h"
-#include "tav_valueencoding.h"
+#include "tav_values.h"
 
 namespace tavon {
 namespace {
+
+constexpr tavReporter kReport{"tav_parametershutter"};
 
 constexpr unsigned char kOneWay = 1;
 constexpr unsigned char kStop = 2;
@@ -23,17 +26,28 @@ void WriteCommand(const tavString& text, unsigned char* o_value) { *o_value = Li
 
 }  // namespace
 
-tavParameterShutter::tavParameterShutter() {
+const tavParameterType tavParameterShutter::Type{
+    .id = tavObject_ParameterShutter,
+    .name = TypeName,
+    .source = "tav_parametershutter",
+    .size = 1,
+    .encode = WriteCommand,
+    .toText = ByteText,
+    .compare = CompareBytes,
+    .lines = {
+        .noBuffer = 26, .setDataFromString = 43, .setDataValue = 84, .getDataValue = 88, .comparison = 99}};
+
+tavParameterShutter::tavParameterShutter() : tavTypedParameter(Type) {
   SetValue(kStop);
   switch (m_thread.Start(thread_procedure, this, kStackSize)) {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
       // The text names another type, on purpose: people search their logs for it as it is.
-      Report(tavError_OutOfMemory, "Can not create thread for BlackParameter_ThermoChronoWeek\n", {61});
+      kReport(tavError_OutOfMemory, "Can not create thread for BlackParameter_ThermoChronoWeek\n", {61});
       break;
     case tavThreadStart::Failed:
-      Report(tavError_OperationFailed, "Can not start thread for tavParameterShutter\n", {67});
+      kReport(tavError_OperationFailed, "Can not start thread for tavParameterShutter\n", {67});
       break;
   }
 }
@@ -50,16 +64,16 @@ unsigned int tavParameterShutter::GetActionTime() const {
   return m_actionTime;
 }
 
-void tavParameterShutter::SetValue(unsigned char value) { SetByte(Limit(value)); }
+void tavParameterShutter::SetValue(unsigned char value) { SetBytes({Limit(value)}); }
 
 void tavParameterShutter::SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) {
   const tavSMutex lock(&m_lock);
-  tavByteParameter::SetData(data, size, flag);
+  tavTypedParameter::SetData(data, size, flag);
   m_isChangedByThread = false;
 }
 
 void tavParameterShutter::IsDirty(bool dirty) {
-  tavByteParameter::IsDirty(dirty);
+  tavTypedParameter::IsDirty(dirty);
   if (dirty) m_wakeUp.Signal();
 }
 
@@ -70,7 +84,7 @@ bool tavParameterShutter::IsChangedByCallBack() const {
 
 tavString tavParameterShutter::SerializeParametersAsXml() const {
   const tavSMutex lock(&m_lock);
-  tavString xml = tavByteParameter::SerializeParametersAsXml();
+  tavString xml = tavTypedParameter::SerializeParametersAsXml();
   xml.append("<ms_time>").append(tavString::FromULong(m_actionTime)).append("</ms_time>");
   return xml;
 }
@@ -104,7 +118,7 @@ void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
       startTime = value == kStop ? 0 : now;
     }
     if (value != kStop && startTime != 0 && now - startTime >= self.GetActionTime()) {
-      tavWorkerThread::Guard([&] { self.SetByte(kStop); });
+      tavWorkerThread::Guard([&] { self.SetBytes({kStop}); });
       {
         const tavSMutex lock(&self.m_lock);
         // If a command has come meanwhile, that is the last change.
@@ -118,7 +132,11 @@ void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
 }
 
 tavEError tavParameterShutter::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteCommand, {26});
+  return tavEncodeText(Type, text, o_pBuffer);
+}
+
+tavEError tavParameterShutter::SetDataFromString(tavIParameter* pPrm, const tavString& text) {
+  return SetFromText(Type, pPrm, text);
 }
 
 }  // namespace tavon

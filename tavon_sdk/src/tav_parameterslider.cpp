@@ -1,6 +1,6 @@
 #include "tav_parameterslider.h"
 
-#include "tav_valueencoding.h"
+#include "tav_values.h"
 
 namespace tavon {
 namespace {
@@ -18,10 +18,27 @@ void WritePosition(const tavString& text, unsigned char* o_value) {
 
 }  // namespace
 
-void tavParameterSlider::SetValue(float value) { SetFloat(Limit(value)); }
+const tavParameterType tavParameterSlider::Type{.id = tavObject_ParameterSlider,
+                                                .name = TypeName,
+                                                .source = "tav_parameterslider",
+                                                .size = kFloatSize,
+                                                .encode = WritePosition,
+                                                .toText = FloatText,
+                                                .compare = CompareFloats,
+                                                .lines = {.noBuffer = 18}};
+
+tavParameterSlider::tavParameterSlider() : tavTypedParameter(Type) {}
+
+void tavParameterSlider::SetValue(float value) { SetBytes(FloatBytes(Limit(value))); }
+
+float tavParameterSlider::GetValue() const { return LoadFloat(CopyBytes().data()); }
 
 tavEError tavParameterSlider::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WritePosition, {18});
+  return tavEncodeText(Type, text, o_pBuffer);
+}
+
+tavEError tavParameterSlider::SetDataFromString(tavIParameter* pPrm, const tavString& text) {
+  return SetFromText(Type, pPrm, text);
 }
 
 }  // namespace tavon

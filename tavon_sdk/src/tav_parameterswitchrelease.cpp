@@ -1,10 +1,13 @@
 #include "tav_parameterswitchrelease.h"
 
+#include "tav_error.h"
 #include "tav_time.h"
-#include "tav_valueencoding.h"
+#include "tav_values.h"
 
 namespace tavon {
 namespace {
+
+constexpr tavReporter kReport{"tav_parameterswitchrelease"};
 
 constexpr unsigned int kShortestSafeTime = 1000;  // ms
 constexpr unsigned int kPeriod = 250;             // ms
@@ -12,7 +15,18 @@ constexpr unsigned long kStackSize = 262144;
 
 }  // namespace
 
-tavParameterSwitchRelease::tavParameterSwitchRelease() = default;
+const tavParameterType tavParameterSwitchRelease::Type{
+    .id = tavObject_ParameterSwitchRelease,
+    .name = TypeName,
+    .source = "tav_parameterswitchrelease",
+    .size = 1,
+    .encode = WriteOnOff,
+    .toText = ByteText,
+    .compare = CompareBytes,
+    .lines = {
+        .noBuffer = 23, .setDataFromString = 38, .setDataValue = 85, .getDataValue = 89, .comparison = 99}};
+
+tavParameterSwitchRelease::tavParameterSwitchRelease() : tavTypedParameter(Type) {}
 
 tavParameterSwitchRelease::~tavParameterSwitchRelease() { term_thread(); }
 
@@ -29,10 +43,10 @@ void tavParameterSwitchRelease::SetSafeTime(const unsigned int& ms) {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
-      Report(tavError_OutOfMemory, "Can not create thread for tavParameterSwitchRelease", {137});
+      kReport(tavError_OutOfMemory, "Can not create thread for tavParameterSwitchRelease", {137});
       break;
     case tavThreadStart::Failed:
-      Report(tavError_OperationFailed, "Can not start thread for tavParameterSwitchRelease", {143});
+      kReport(tavError_OperationFailed, "Can not start thread for tavParameterSwitchRelease", {143});
       break;
   }
 }
@@ -41,6 +55,8 @@ unsigned int tavParameterSwitchRelease::GetSafeTime() const {
   const tavSMutex lock(&m_lock);
   return m_safeTime;
 }
+
+void tavParameterSwitchRelease::SetValue(unsigned char value) { SetBytes({OnOff(value)}); }
 
 void tavParameterSwitchRelease::IsInverted(bool inverted) {
   const tavSMutex lock(&m_lock);
@@ -55,14 +71,14 @@ bool tavParameterSwitchRelease::IsInverted() const {
 void tavParameterSwitchRelease::SetData(const unsigned char* data, const unsigned int& size,
                                         unsigned char flag) {
   const tavSMutex lock(&m_lock);
-  tavOnOffParameter::SetData(data, size, flag);
+  tavTypedParameter::SetData(data, size, flag);
   const bool isActive = (GetData()[0] != 0) != m_isInverted;
   if (isActive) m_activationTime = static_cast<unsigned int>(tavTime::GetTime());
 }
 
 tavString tavParameterSwitchRelease::SerializeParametersAsXml() const {
   const tavSMutex lock(&m_lock);
-  tavString xml = tavOnOffParameter::SerializeParametersAsXml();
+  tavString xml = tavTypedParameter::SerializeParametersAsXml();
   xml.append("<invert>").append(m_isInverted ? "1" : "0").append("</invert>");
   xml.append("<ms_time>").append(tavString::FromULong(m_safeTime)).append("</ms_time>");
   return xml;
@@ -90,7 +106,7 @@ void tavParameterSwitchRelease::thread_procedure(VThread* thread, void* paramete
     if (age >= safeTime) {
       const unsigned char rest = isInverted ? 1 : 0;
       if (value != rest) {
-        tavWorkerThread::Guard([&] { self.SetByte(rest); });
+        tavWorkerThread::Guard([&] { self.SetBytes({rest}); });
         tavWorkerThread::Guard([&] { self.OnSafeValue(); });
       }
       isInverted = self.IsInverted();
@@ -102,7 +118,11 @@ void tavParameterSwitchRelease::thread_procedure(VThread* thread, void* paramete
 
 tavEError tavParameterSwitchRelease::GetBinaryDataFromString(const tavString& text,
                                                              unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteOnOff, {23});
+  return tavEncodeText(Type, text, o_pBuffer);
+}
+
+tavEError tavParameterSwitchRelease::SetDataFromString(tavIParameter* pPrm, const tavString& text) {
+  return SetFromText(Type, pPrm, text);
 }
 
 }  // namespace tavon

@@ -3,16 +3,20 @@
 #include <algorithm>
 #include <array>
 
+#include "tav_error.h"
 #include "tav_time.h"
-#include "tav_valueencoding.h"
+#include "tav_values.h"
+#include "vtext.h"
 
 namespace tavon {
 namespace {
 
+constexpr tavReporter kReport{"tav_parameterthermochronoweek"};
+
 constexpr int kHours = 24;
 constexpr int kDays = 7;
 constexpr std::size_t kSetPoints = std::size_t{kDays} * kHours;
-constexpr std::size_t kValueSize = 1 + kSetPoints * kFloatSize;
+constexpr unsigned int kValueSize = 1 + kSetPoints * kFloatSize;
 
 constexpr unsigned int kPeriod = 1000;  // ms
 constexpr unsigned long kStackSize = 262144;
@@ -64,11 +68,32 @@ bool WriteSchedule(const tavString& text, unsigned char* o_value) {
   return isList;
 }
 
+void EncodeSchedule(const tavString& text, unsigned char* o_value) { WriteSchedule(text, o_value); }
+
+tavString ScheduleText(const unsigned char* value) {
+  tavString text = tavString::FromInt(value[0]);
+  for (std::size_t offset = 1; offset < kValueSize; offset += kFloatSize) {
+    text.append(",").append(tavString::FromFloat(LoadFloat(value + offset), 2));
+  }
+  return text;
+}
+
 }  // namespace
 
-tavParameterThermoChronoWeek::tavParameterThermoChronoWeek() {
+const tavParameterType tavParameterThermoChronoWeek::Type{
+    .id = tavObject_ParameterThermoChronoWeek,
+    .name = TypeName,
+    .source = "tav_parameterthermochronoweek",
+    .size = kValueSize,
+    .encode = EncodeSchedule,
+    .toText = ScheduleText,
+    .compare = CompareUnordered<kValueSize>,
+    .lines = {
+        .noBuffer = 25, .setDataFromString = 72, .setDataValue = 98, .getDataValue = 102, .comparison = 211}};
+
+tavParameterThermoChronoWeek::tavParameterThermoChronoWeek() : tavTypedParameter(Type) {
   if (m_thread.Start(thread_procedure, this, kStackSize) != tavThreadStart::Started) {
-    Report(tavError_OperationFailed, "Can not start thread for tavParameterThermoChronoWeek\n", {123});
+    kReport(tavError_OperationFailed, "Can not start thread for tavParameterThermoChronoWeek\n", {123});
   }
 }
 
@@ -97,7 +122,7 @@ float tavParameterThermoChronoWeek::GetCurrentTemperature() const {
 }
 
 void tavParameterThermoChronoWeek::GetDay(EDays day, float* o_float_buffer_24) const {
-  if (o_float_buffer_24 == nullptr) Report(tavError_InvalidArgument, "o_float_buffer_24 == 0", {241});
+  if (o_float_buffer_24 == nullptr) kReport(tavError_InvalidArgument, "o_float_buffer_24 == 0", {241});
   constexpr std::array days = {Days_Monday, Days_Tuesday,  Days_Wednesday, Days_Thursday,
                                Days_Friday, Days_Saturday, Days_Sunday};
   const auto found = std::find(days.begin(), days.end(), day);
@@ -112,7 +137,7 @@ void tavParameterThermoChronoWeek::GetDay(EDays day, float* o_float_buffer_24) c
 
 void tavParameterThermoChronoWeek::SetData(const unsigned char* data, const unsigned int& size,
                                            unsigned char flag) {
-  tavConcreteParameter::SetData(data, size, flag);
+  tavTypedParameter::SetData(data, size, flag);
   if (GetActive() == 0) return;
   int weekDay = 0;
   int hour = 0;
@@ -120,29 +145,18 @@ void tavParameterThermoChronoWeek::SetData(const unsigned char* data, const unsi
   update_temperature(ScheduleDay(weekDay), hour);
 }
 
+tavEError tavParameterThermoChronoWeek::SetDataFromString(const tavString& text) {
+  return SetDataFromString(this, text);
+}
+
 tavEError tavParameterThermoChronoWeek::SetDataFromString(tavIParameter* pPrm, const tavString& text) {
   if (pPrm == nullptr) return tavError_NoError;
-  if (!pPrm->IsObject(TypeId)) return ReportOtherType();
+  if (!pPrm->IsObject(Type.id)) return tavReportOtherType(Type);
   if (text.empty()) return tavError_NoError;
   std::array<unsigned char, kValueSize> value{};
   const bool isList = WriteSchedule(text, value.data());
   pPrm->SetData(value.data(), isList ? kValueSize : 1, isList ? 1 : 0);
   return tavError_NoError;
-}
-
-tavString tavParameterThermoChronoWeek::ValueToString() const {
-  const tavSMutex lock(&m_lock);
-  tavString text = tavString::FromInt(m_value[0]);
-  for (std::size_t offset = 1; offset < kValueSize; offset += kFloatSize) {
-    text.append(",").append(tavString::FromFloat(LoadFloat(m_value.data() + offset), 2));
-  }
-  return text;
-}
-
-bool tavParameterThermoChronoWeek::Comparison(const tavECodeOperator& op, const unsigned char* data,
-                                              const unsigned int& size) const {
-  if (data == nullptr || size < kValueSize) return false;
-  return CompareUnordered(op, data);
 }
 
 void tavParameterThermoChronoWeek::update_temperature(int day, int hour) {
@@ -174,7 +188,7 @@ void tavParameterThermoChronoWeek::thread_procedure(VThread* thread, void* param
 
 tavEError tavParameterThermoChronoWeek::GetBinaryDataFromString(const tavString& text,
                                                                 unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteSchedule, {25});
+  return tavEncodeText(Type, text, o_pBuffer);
 }
 
 }  // namespace tavon

@@ -4,12 +4,15 @@
 #include <new>
 #include <utility>
 
-#include "tav_valueencoding.h"
+#include "tav_error.h"
+#include "tav_values.h"
 #include "tav_virtualitemparameter.h"
 #include "tav_virtualitemwait.h"
 
 namespace tavon {
 namespace {
+
+constexpr tavReporter kReport{"tav_parametervrscene"};
 
 constexpr unsigned char kStopped = 0;
 constexpr unsigned char kPlayOnce = 1;
@@ -75,7 +78,18 @@ struct tavParameterVRScene::Step {
 
 unsigned char tavParameterVRScene::NonThreadParametersCount = 2;
 
-tavParameterVRScene::tavParameterVRScene() = default;
+const tavParameterType tavParameterVRScene::Type{
+    .id = tavObject_ParameterVRScene,
+    .name = TypeName,
+    .source = "tav_parametervrscene",
+    .size = 1,
+    .encode = WriteByte,
+    .toText = ByteText,
+    .compare = CompareBytes,
+    .lines = {
+        .noBuffer = 28, .setDataFromString = 44, .setDataValue = 90, .getDataValue = 94, .comparison = 148}};
+
+tavParameterVRScene::tavParameterVRScene() : tavTypedParameter(Type) {}
 
 tavParameterVRScene::~tavParameterVRScene() { delete_scene(); }
 
@@ -91,13 +105,13 @@ tavEError tavParameterVRScene::BuildScene_Begin() {
 tavEError tavParameterVRScene::BuildScene_AddWait(const unsigned int& ms) {
   const tavSMutex lock(&m_lock);
   if (!m_isBuilding) {
-    return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", {200});
+    return kReport(tavError_OperationFailed, "You musy to call BuildScene_Begin", {200});
   }
   if (ms < kShortestWait) {
-    return Report(tavError_InvalidArgument, "The smallest wait time must be 10 ms", {201});
+    return kReport(tavError_InvalidArgument, "The smallest wait time must be 10 ms", {201});
   }
   std::unique_ptr<tavVirtualItemWait> wait = MakeItem<tavVirtualItemWait>();
-  if (!wait) return Report(tavError_OutOfMemory, "pWait == 0", {204});
+  if (!wait) return kReport(tavError_OutOfMemory, "pWait == 0", {204});
   wait->SetWaitTime(ms);
   add_as_last(wait.release());
   m_usesThread = true;
@@ -108,16 +122,16 @@ tavEError tavParameterVRScene::BuildScene_AddSetParameter(tavIParameter* pPrm, c
                                                           const unsigned int& size) {
   const tavSMutex lock(&m_lock);
   if (!m_isBuilding) {
-    return Report(tavError_OperationFailed, "You musy to call BuildScene_Begin", {213});
+    return kReport(tavError_OperationFailed, "You musy to call BuildScene_Begin", {213});
   }
-  if (pPrm == nullptr) return Report(tavError_InvalidArgument, "pPrm == 0", {214});
+  if (pPrm == nullptr) return kReport(tavError_InvalidArgument, "pPrm == 0", {214});
   if (pBuffer == nullptr || size == 0) {
-    return Report(tavError_InvalidArgument, "pBuffer == 0 || size == 0", {215});
+    return kReport(tavError_InvalidArgument, "pBuffer == 0 || size == 0", {215});
   }
   std::unique_ptr<tavVirtualItemParameter> item = MakeItem<tavVirtualItemParameter>();
-  if (!item) return Report(tavError_OutOfMemory, "pVprm == 0", {218});
+  if (!item) return kReport(tavError_OutOfMemory, "pVprm == 0", {218});
   if (item->SetParameter(pPrm, pBuffer, size) != tavError_NoError) {
-    return Report(tavError_OperationFailed, "Can not set parameter as virtual item", {220});
+    return kReport(tavError_OperationFailed, "Can not set parameter as virtual item", {220});
   }
   add_as_last(item.release());
   if (HasMoreThan(NonThreadParametersCount)) m_usesThread = true;
@@ -128,7 +142,7 @@ tavEError tavParameterVRScene::BuildScene_End() {
   const tavSMutex lock(&m_lock);
   m_isBuilding = false;
   if (!m_usesThread) {
-    Report(tavError_NoError, "tavParameterVRScene do not use Thread for play", {193});
+    kReport(tavError_NoError, "tavParameterVRScene do not use Thread for play", {193});
     return tavError_NoError;
   }
   if (m_thread.Exists()) return tavError_NoError;
@@ -136,9 +150,9 @@ tavEError tavParameterVRScene::BuildScene_End() {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
-      return Report(tavError_OutOfMemory, "Can not create thread for tavParameterVRScene", {184});
+      return kReport(tavError_OutOfMemory, "Can not create thread for tavParameterVRScene", {184});
     case tavThreadStart::Failed:
-      return Report(tavError_OperationFailed, "Can not start thread for tavParameterVRScene", {189});
+      return kReport(tavError_OperationFailed, "Can not start thread for tavParameterVRScene", {189});
   }
   return tavError_NoError;
 }
@@ -148,10 +162,10 @@ bool tavParameterVRScene::UseThread() const {
   return m_usesThread;
 }
 
-void tavParameterVRScene::SetValue(unsigned char value) { SetByte(std::min(value, kPlayRepeatedly)); }
+void tavParameterVRScene::SetValue(unsigned char value) { SetBytes({std::min(value, kPlayRepeatedly)}); }
 
 void tavParameterVRScene::SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) {
-  tavByteParameter::SetData(data, size, flag);
+  tavTypedParameter::SetData(data, size, flag);
   const tavSMutex lock(&m_lock);
   if (m_usesThread) {
     if (m_value[0] == kStopped) {
@@ -171,7 +185,7 @@ void tavParameterVRScene::SetData(const unsigned char* data, const unsigned int&
 
 tavString tavParameterVRScene::SerializeParametersAsXml() const {
   const tavSMutex lock(&m_lock);
-  tavString xml = tavByteParameter::SerializeParametersAsXml();
+  tavString xml = tavTypedParameter::SerializeParametersAsXml();
   xml.append("<scene>");
   for (tavIVirtualItem* item = FirstItem(); item != nullptr; item = item->GetNext()) {
     const Step step(*item);
@@ -291,7 +305,7 @@ void tavParameterVRScene::PlayOnThread() {
   bool isFinished = false;
   tavWorkerThread::Guard([&] { isFinished = PlayItems(items); });
   if (!isFinished) return;
-  tavWorkerThread::Guard([&] { SetByte(kStopped); });
+  tavWorkerThread::Guard([&] { SetBytes({kStopped}); });
   tavWorkerThread::Guard([&] { OnPlayFinish(); });
 }
 
@@ -303,7 +317,7 @@ void tavParameterVRScene::PlayAtOnce() {
     ExecuteStep(Step(*item));
     if (m_items != items) return;  // the scene was rebuilt or deleted: the rest is dropped
   }
-  SetByte(kStopped);
+  SetBytes({kStopped});
   OnPlayFinish();
 }
 
@@ -320,7 +334,11 @@ void tavParameterVRScene::thread_procedure(VThread* thread, void* scene) {
 }
 
 tavEError tavParameterVRScene::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {
-  return EncodeValue(text, o_pBuffer, Report, WriteByte, {28});
+  return tavEncodeText(Type, text, o_pBuffer);
+}
+
+tavEError tavParameterVRScene::SetDataFromString(tavIParameter* pPrm, const tavString& text) {
+  return SetFromText(Type, pPrm, text);
 }
 
 }  // namespace tavon

@@ -40,9 +40,13 @@ struct Type {
 
 template <class Self>
 Type Row(Self* (tavIParameter::*cast)(), const std::string& text, const Lines& lines) {
-  return {
-      Self::TypeId, Self::TypeName, std::mem_fn(cast), Self::SetDataFromString, Self::GetBinaryDataFromString,
-      text,         lines};
+  return {Self::Type.id,
+          Self::TypeName,
+          std::mem_fn(cast),
+          Self::SetDataFromString,
+          Self::GetBinaryDataFromString,
+          text,
+          lines};
 }
 
 std::string WeekAt(const char* setPoint) {
@@ -72,8 +76,6 @@ const Type kTypes[] = {
     Row(&tavIParameter::GetParameterCameraPtr, "\1", {.noBuffer = 16}),  // all that a camera makes of a text
 };
 
-static_assert(std::size(kTypes) == tavParameterTypes::Count, "every type has a row");
-
 struct ParameterTypes : testing::TestWithParam<Type> {
   ParameterTypes() {
     // Or its thread might stop it at any moment.
@@ -84,6 +86,10 @@ struct ParameterTypes : testing::TestWithParam<Type> {
 };
 INSTANTIATE_TEST_SUITE_P(All, ParameterTypes, testing::ValuesIn(kTypes),
                          [](const auto& row) -> std::string { return row.param.name; });
+
+TEST(TavParameterFactory, HasTheTypesOfThisTest) {
+  EXPECT_THAT(tavParameterFactory::GetTypes(), testing::SizeIs(std::size(kTypes)));
+}
 
 TEST_P(ParameterTypes, AreCreatedAsWhatTheirNameSays) {
   EXPECT_EQ(tavParameterFactory::TypeNameToId(type.name.GetUpCase()), type.id) << "in any case";
@@ -147,8 +153,7 @@ TEST_P(ParameterTypes, NeedAnOperatorAndAWholeOperandToCompare) {
 }
 
 TEST_P(ParameterTypes, AreLeftLockedByAnInvalidWriteUnlessTheirValueIsAText) {
-  const bool isText =
-      parameter->GetParameterInfoPtr() != nullptr || parameter->GetParameterCameraPtr() != nullptr;
+  const bool isText = tavParameterFactory::FindType(type.id)->IsText();
   parameter->SetData(nullptr, 1, 1);
   parameter->SetData(parameter->GetData(), 0, 1);
   for (int writes = isText ? 0 : 2; writes > 0; --writes) EXPECT_TRUE(ObjectLock::Release(*parameter));

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "tav_object.h"
+#include "tav_string.h"
+
+namespace tavon {
+
+// A text of a parameter: what information and camera have instead of bytes of a fixed size. It is usually
+// UTF-8, which is not checked.
+//
+// The parameter has it as a member. Every operation but GetData takes the parameter's lock.
+class tavTextValue {
+ public:
+  // `owner` becomes dirty when the text changes; `ownersLock` is its lock.
+  tavTextValue(tavIObject& owner, vMutex& ownersLock) : m_owner(owner), m_ownersLock(ownersLock) {}
+  tavTextValue(const tavTextValue&) = delete;
+  tavTextValue& operator=(const tavTextValue&) = delete;
+
+  // A copy of the text.
+  tavString Get() const;
+
+  // Marks the owner dirty and stores the text, if it differs.
+  void Set(const tavString& text);
+
+  // The text as data: its characters and a terminating zero. Another thread may set a longer text between two
+  // of these calls, which then overflows a buffer of the former size: use Get where that can happen.
+  const unsigned char* GetData() const { return reinterpret_cast<const unsigned char*>(m_text.c_str()); }
+  unsigned int GetDataSize() const;
+  void GetDataCopy(unsigned char* o_buffer) const;
+
+  // Stores exactly `size` bytes. Null or empty data does nothing and, unlike with other values, leaves
+  // nothing locked; so a text never becomes empty again: an empty event does not erase what users see.
+  void SetData(const unsigned char* data, unsigned int size);
+
+ private:
+  tavIObject& m_owner;
+  vMutex& m_ownersLock;
+  tavString m_text;
+};
+
+}  // namespace tavon
