@@ -80,8 +80,8 @@ TEST(ModelReports, EveryRecordOfAnUnknownType) {
   EXPECT_EQ(tavParameterFactory::TypeNameToId(" ParameterSwitch"), tavObject_None) << "which is no failure";
   ExpectReport({6, "tav_parameterfactory", "CreateByType", "Can not created parameter -1", 98}, nullptr,
                [] { return tavParameterFactory::CreateByTypeName("Info"); });
-  ExpectReport({6, "tav_parameterfactory", "IdToTypeName", "Can not get typen for 1014", 40}, "",
-               [] { return tavParameterFactory::IdToTypeName(static_cast<tavEObject>(1014)); });
+  ExpectReport({6, "tav_parameterfactory", "IdToTypeName", "Can not get typen for 999", 40}, "",
+               [] { return tavParameterFactory::IdToTypeName(static_cast<tavEObject>(999)); });
 }
 
 TEST(ModelReports, EveryRecordOfACopyWithoutABuffer) {
@@ -165,6 +165,23 @@ TEST(ModelReports, EveryRecordOfAMemoryShortage) {
   };
   for (const tavError& expected : records) EXPECT_THAT(printed, HasSubstr(expected.GetDescription()));
   EXPECT_THAT(printed, HasSubstr("m_pDrivenMap == 0"));
+}
+
+TEST(ModelReports, AnObjectThatFindsNoMemoryAtAll) {
+  ExpectReport({5, "tav_parameterfactory", "CreateByType", "Can not created parameter 1000", 103}, nullptr,
+               [] {
+                 const auto shortage = FailingAllocation::After(0);
+                 return tavParameterFactory::CreateByType(tavObject_ParameterSwitch);
+               });
+}
+
+TEST(ModelReports, AnOperandAsLargeAsNoMemory) {
+  const auto shortage = FailingAllocation::OfAtLeast(0x80000000U);  // as in a process of 32 bits
+  tavParameterByte byte;
+  for (const unsigned int size : {0xFFFFFFFEU, 0xFFFFFFFFU}) {
+    ExpectReport({5, "tav_tparameter", "LinkWithParameterData", "m_pDriverData == 0", 72}, 5U,
+                 [&] { return byte.AddDrivenMapItem(tavCodeOperator_Equal, kData, size, kData, 1); });
+  }
 }
 
 TEST(ModelReports, EveryRecordOfAThreadShortage) {

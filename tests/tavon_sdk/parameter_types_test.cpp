@@ -26,7 +26,7 @@ struct Lines {
 struct Type {
   tavEObject id;
   tavString name;
-  std::function<const void*(tavIParameter&)> cast;
+  std::function<const void*(tavIParameter&)> cast;  // none for a type that came after the first fourteen
   tavEError (*setFromText)(tavIParameter*, const tavString&);
   tavEError (*encode)(const tavString&, unsigned char*);
   std::string text;  // a value, printed as it is written
@@ -39,14 +39,21 @@ struct Type {
 };
 
 template <class Self>
+Type Row(const std::string& text, const Lines& lines) {
+  return {.id = Self::Type.id,
+          .name = Self::TypeName,
+          .cast = nullptr,
+          .setFromText = Self::SetDataFromString,
+          .encode = Self::GetBinaryDataFromString,
+          .text = text,
+          .lines = lines};
+}
+
+template <class Self>
 Type Row(Self* (tavIParameter::*cast)(), const std::string& text, const Lines& lines) {
-  return {Self::Type.id,
-          Self::TypeName,
-          std::mem_fn(cast),
-          Self::SetDataFromString,
-          Self::GetBinaryDataFromString,
-          text,
-          lines};
+  Type row = Row<Self>(text, lines);
+  row.cast = std::mem_fn(cast);
+  return row;
 }
 
 std::string WeekAt(const char* setPoint) {
@@ -101,6 +108,7 @@ TEST_P(ParameterTypes, AreCreatedAsWhatTheirNameSays) {
 
 TEST_P(ParameterTypes, CastToTheirOwnClassOnly) {
   for (const Type& other : kTypes) {
+    if (!other.cast) continue;
     const void* const expected = other.id == type.id ? dynamic_cast<void*>(parameter.get()) : nullptr;
     EXPECT_EQ(other.cast(*parameter), expected) << "to " << other.name;
   }
