@@ -1,6 +1,5 @@
 #include "tav_tparameter.h"
 
-#include <limits>
 #include <new>
 
 namespace tavon {
@@ -25,10 +24,9 @@ LinkWithParameterData::LinkWithParameterData(tavECodeOperator op, const unsigned
 LinkWithParameterData::Operand LinkWithParameterData::Copy(const unsigned char* data, unsigned int size,
                                                            const char* message, vlib::Place place) {
   Operand copy;
-  // No memory has room for the largest size and a zero, and where sizes have 32 bits their sum would be 0.
-  if (size < std::numeric_limits<std::size_t>::max()) {
-    copy.reset(new (std::nothrow) unsigned char[std::size_t{size} + 1]);
-  }
+  const std::size_t length = std::size_t{size} + 1;
+  // Where sizes have 32 bits, the sum wraps to 0 for the largest operand, which no memory holds.
+  if (length != 0) copy.reset(new (std::nothrow) unsigned char[length]);
   if (!copy) {
     m_error = kReport(tavError_OutOfMemory, message, place);
     return nullptr;
