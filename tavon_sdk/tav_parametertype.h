@@ -3,6 +3,7 @@
 #include "tav_object.h"
 #include "tav_parameter.h"
 #include "tav_string.h"
+#include "tav_valuesyntax.h"
 
 namespace tavon {
 
@@ -41,6 +42,9 @@ struct tavParameterType {
   // of the six operators. Null if the class overrides ValueToString and Comparison.
   tavString (*toText)(const unsigned char* value) = nullptr;
   bool (*compare)(tavECodeOperator op, const unsigned char* value, const unsigned char* operand) = nullptr;
+
+  // Which texts a strict program accepts for `encode`.
+  tavValueSyntax syntax = {};
 
   tavPublishedLines lines = {};
 

@@ -11,6 +11,7 @@ const tavParameterType tavParameterAlert::Type{.id = tavObject_ParameterAlert,
                                                .encode = WriteOnOff,
                                                .toText = ByteText,
                                                .compare = CompareBytes,
+                                               .syntax = tavOnOffSyntax,
                                                .lines = {.noBuffer = 19}};
 
 tavParameterAlert::tavParameterAlert() : tavTypedParameter(Type) {}

@@ -4,14 +4,16 @@
 
 namespace tavon {
 
-const tavParameterType tavParameterByte::Type{.id = tavObject_ParameterByte,
-                                              .name = TypeName,
-                                              .source = "tav_parameterbyte",
-                                              .size = 1,
-                                              .encode = WriteByte,
-                                              .toText = ByteText,
-                                              .compare = CompareBytes,
-                                              .lines = {.noBuffer = 17}};
+const tavParameterType tavParameterByte::Type{
+    .id = tavObject_ParameterByte,
+    .name = TypeName,
+    .source = "tav_parameterbyte",
+    .size = 1,
+    .encode = WriteByte,
+    .toText = ByteText,
+    .compare = CompareBytes,
+    .syntax = {.form = tavValueForm_Integer, .least = 0, .largest = 255},
+    .lines = {.noBuffer = 17}};
 
 tavParameterByte::tavParameterByte() : tavTypedParameter(Type) {}
 

@@ -17,6 +17,7 @@ const tavParameterType tavParameterCamera::Type{.id = tavObject_ParameterCamera,
                                                 .source = "tav_parametercamera",
                                                 .size = 0,
                                                 .encode = WritePresence,
+                                                .syntax = {.form = tavValueForm_Text},
                                                 .lines = {.noBuffer = 16}};
 
 tavParameterCamera::tavParameterCamera() : tavTypedParameter(Type) {}

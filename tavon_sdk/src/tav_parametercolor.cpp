@@ -54,6 +54,7 @@ const tavParameterType tavParameterColor::Type{.id = tavObject_ParameterColor,
                                                .encode = WriteComponents,
                                                .toText = ComponentText,
                                                .compare = CompareUnordered<kComponents>,
+                                               .syntax = {.form = tavValueForm_Colour},
                                                .lines = {.noBuffer = 19}};
 
 tavParameterColor::tavParameterColor() : tavTypedParameter(Type) {}

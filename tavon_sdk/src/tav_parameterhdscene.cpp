@@ -11,6 +11,7 @@ const tavParameterType tavParameterHDScene::Type{.id = tavObject_ParameterHDScen
                                                  .encode = WriteOnOff,
                                                  .toText = ByteText,
                                                  .compare = CompareBytes,
+                                                 .syntax = tavOnOffSyntax,
                                                  .lines = {.noBuffer = 17}};
 
 tavParameterHDScene::tavParameterHDScene() : tavTypedParameter(Type) {}

@@ -18,6 +18,7 @@ const tavParameterType tavParameterInfo::Type{.id = tavObject_ParameterInfo,
                                               .source = "tav_parameterinfo",
                                               .size = 0,
                                               .encode = WritePresence,
+                                              .syntax = {.form = tavValueForm_Text},
                                               .lines = {.noBuffer = 15}};
 
 tavParameterInfo::tavParameterInfo() : tavTypedParameter(Type) {}

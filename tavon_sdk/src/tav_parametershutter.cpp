@@ -1,6 +1,7 @@
 #include "tav_parametershutter.h"
 
 #include <algorithm>
+#include <array>
 
 #include "tav_error.h"
 #include "tav_time.h"
@@ -22,6 +23,8 @@ constexpr unsigned char Limit(unsigned char command) { return std::clamp(command
 
 unsigned int Now() { return static_cast<unsigned int>(tavTime::GetTime()); }
 
+constexpr std::array<tavValueWord, 4> kCommands = {{{"1", "1"}, {"stop", "2"}, {"2", "2"}, {"3", "3"}}};
+
 void WriteCommand(const tavString& text, unsigned char* o_value) { *o_value = Limit(LowByte(text)); }
 
 }  // namespace
@@ -34,6 +37,7 @@ const tavParameterType tavParameterShutter::Type{
     .encode = WriteCommand,
     .toText = ByteText,
     .compare = CompareBytes,
+    .syntax = {.form = tavValueForm_Words, .words = kCommands},
     .lines = {
         .noBuffer = 26, .setDataFromString = 43, .setDataValue = 84, .getDataValue = 88, .comparison = 99}};
 

@@ -18,14 +18,16 @@ void WritePosition(const tavString& text, unsigned char* o_value) {
 
 }  // namespace
 
-const tavParameterType tavParameterSlider::Type{.id = tavObject_ParameterSlider,
-                                                .name = TypeName,
-                                                .source = "tav_parameterslider",
-                                                .size = kFloatSize,
-                                                .encode = WritePosition,
-                                                .toText = FloatText,
-                                                .compare = CompareFloats,
-                                                .lines = {.noBuffer = 18}};
+const tavParameterType tavParameterSlider::Type{
+    .id = tavObject_ParameterSlider,
+    .name = TypeName,
+    .source = "tav_parameterslider",
+    .size = kFloatSize,
+    .encode = WritePosition,
+    .toText = FloatText,
+    .compare = CompareFloats,
+    .syntax = {.form = tavValueForm_Percent, .least = 0, .largest = 1},
+    .lines = {.noBuffer = 18}};
 
 tavParameterSlider::tavParameterSlider() : tavTypedParameter(Type) {}
 

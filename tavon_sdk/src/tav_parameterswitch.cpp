@@ -11,6 +11,7 @@ const tavParameterType tavParameterSwitch::Type{.id = tavObject_ParameterSwitch,
                                                 .encode = WriteOnOff,
                                                 .toText = ByteText,
                                                 .compare = CompareBytes,
+                                                .syntax = tavOnOffSyntax,
                                                 .lines = {.noBuffer = 17}};
 
 tavParameterSwitch::tavParameterSwitch() : tavTypedParameter(Type) {}

@@ -23,6 +23,7 @@ const tavParameterType tavParameterSwitchRelease::Type{
     .encode = WriteOnOff,
     .toText = ByteText,
     .compare = CompareBytes,
+    .syntax = tavOnOffSyntax,
     .lines = {
         .noBuffer = 23, .setDataFromString = 38, .setDataValue = 85, .getDataValue = 89, .comparison = 99}};
 

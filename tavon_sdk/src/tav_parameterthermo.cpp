@@ -11,6 +11,7 @@ const tavParameterType tavParameterThermo::Type{.id = tavObject_ParameterThermo,
                                                 .encode = WriteFloat,
                                                 .toText = FloatText,
                                                 .compare = CompareFloats,
+                                                .syntax = {.form = tavValueForm_Real},
                                                 .lines = {.noBuffer = 17}};
 
 tavParameterThermo::tavParameterThermo() : tavTypedParameter(Type) {}

@@ -15,8 +15,10 @@ constexpr tavReporter kReport{"tav_parameterthermochronoweek"};
 
 constexpr int kHours = 24;
 constexpr int kDays = 7;
-constexpr std::size_t kSetPoints = std::size_t{kDays} * kHours;
+constexpr unsigned int kSetPoints = kDays * kHours;
 constexpr unsigned int kValueSize = 1 + kSetPoints * kFloatSize;
+// An event carries the size of the value modulo 256, and so only the first set-points.
+constexpr unsigned int kSentSetPoints = kValueSize % 256 / kFloatSize;
 
 constexpr unsigned int kPeriod = 1000;  // ms
 constexpr unsigned long kStackSize = 262144;
@@ -88,6 +90,7 @@ const tavParameterType tavParameterThermoChronoWeek::Type{
     .encode = EncodeSchedule,
     .toText = ScheduleText,
     .compare = CompareUnordered<kValueSize>,
+    .syntax = {.form = tavValueForm_List, .words = tavOnOffWords, .sizes = {kSentSetPoints, kSetPoints}},
     .lines = {
         .noBuffer = 25, .setDataFromString = 72, .setDataValue = 98, .getDataValue = 102, .comparison = 211}};
 

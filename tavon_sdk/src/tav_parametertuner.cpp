@@ -11,6 +11,7 @@ const tavParameterType tavParameterTuner::Type{.id = tavObject_ParameterTuner,
                                                .encode = WriteFloat,
                                                .toText = FloatText,
                                                .compare = CompareFloats,
+                                               .syntax = {.form = tavValueForm_Real},
                                                .lines = {.noBuffer = 17}};
 
 tavParameterTuner::tavParameterTuner() : tavTypedParameter(Type) {}

@@ -1,6 +1,7 @@
 #include "tav_parametervrscene.h"
 
 #include <algorithm>
+#include <array>
 #include <new>
 #include <utility>
 
@@ -17,6 +18,9 @@ constexpr tavReporter kReport{"tav_parametervrscene"};
 constexpr unsigned char kStopped = 0;
 constexpr unsigned char kPlayOnce = 1;
 constexpr unsigned char kPlayRepeatedly = 2;
+
+constexpr std::array<tavValueWord, 6> kCommands = {
+    {{"stop", "0"}, {"once", "1"}, {"repeat", "2"}, {"0", "0"}, {"1", "1"}, {"2", "2"}}};
 
 constexpr int kWaitItem = 0;
 constexpr int kParameterItem = 1;
@@ -86,6 +90,7 @@ const tavParameterType tavParameterVRScene::Type{
     .encode = WriteByte,
     .toText = ByteText,
     .compare = CompareBytes,
+    .syntax = {.form = tavValueForm_Words, .words = kCommands},
     .lines = {
         .noBuffer = 28, .setDataFromString = 44, .setDataValue = 90, .getDataValue = 94, .comparison = 148}};
 
