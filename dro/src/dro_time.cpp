@@ -25,10 +25,7 @@ std::time_t droTime::GetCustomTime(int year, int month, int day, int hour, int m
   return vlib::InstantOf(year, month, day, hour, minute, second);
 }
 
-droString droTime::GetDateTime() {
-  constexpr const char* ends = "\n\t";
-  return droString(vlib::LocalTimeText(GetCurrentTime())).SetShrink(ends, true).SetShrink(ends, false);
-}
+droString droTime::GetDateTime() { return vlib::LocalTimeText(GetCurrentTime()).data(); }
 
 void droTime::GetDateTime(int* o_year, int* o_dayOfYear, int* o_month, int* o_day, int* o_dayOfWeek,
                           int* o_hour, int* o_minute, int* o_second) {

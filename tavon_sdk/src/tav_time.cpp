@@ -5,7 +5,9 @@
 
 namespace tavon {
 
-tavString tavTime::GetDateTime() { return vlib::LocalTimeText(GetCurrentTime()); }
+tavString tavTime::GetDateTime() {
+  return tavString(vlib::LocalTimeText(GetCurrentTime()).data()).append("\n");
+}
 
 void tavTime::GetDateTime(int* o_year, int* o_yearDay, int* o_month, int* o_monthDay, int* o_weekDay,
                           int* o_hour, int* o_minute, int* o_second) {

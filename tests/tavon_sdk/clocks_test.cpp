@@ -52,6 +52,8 @@ TYPED_TEST(BothClocks, TakeSecondsApart) {
 TEST_F(Clocks, EndTheirTextWithALineFeedInTheSdkOnly) {
   EXPECT_EQ(tavTime::GetDateTime(), "Tue Apr  8 10:15:02 2014\n");
   EXPECT_EQ(droTime::GetDateTime(), "Tue Apr  8 10:15:02 2014");
+  clock.JumpTo(TestClock::Utc(10000, 1, 1, 0, 0, 0));
+  EXPECT_EQ(droTime::GetDateTime(), "Sat Jan  1 01:00:00 10000") << "with all digits of the year";
 }
 
 TEST_F(Clocks, CountFromOneInTheStructureOfTheOsLibrary) {
@@ -85,7 +87,7 @@ TEST_F(Clocks, WrapTheirSecondsAtThirtyTwoBits) {
   EXPECT_EQ(microseconds, 7);
 }
 
-TEST_F(Clocks, WaitForTheNextMultipleOfAStep) {
+TEST_F(Clocks, TellHowLongItIsToTheNextMultipleOfAStep) {
   const auto remaining = [this](int minute, int second, int step) {
     clock.JumpTo(TestClock::Utc(2014, 4, 8, 8, minute, second));
     unsigned long milliseconds = 0;

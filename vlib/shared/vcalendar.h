@@ -1,7 +1,7 @@
 #pragma once
 
+#include <array>
 #include <ctime>
-#include <string>
 
 // Local calendar time for the clock classes of both libraries.
 //
@@ -12,8 +12,12 @@ namespace vlib {
 // the calendar cannot express the instant.
 std::tm LocalTime(std::time_t instant);
 
-// The same as text, such as "Tue Apr  8 10:15:02 2014" with a line feed at its end.
-std::string LocalTimeText(std::time_t instant);
+// A date and time as text, terminated.
+using TimeText = std::array<char, 64>;
+
+// The local date and time as text, such as "Tue Apr  8 10:15:02 2014". Needs no memory, since the records of
+// a log begin with it.
+TimeText LocalTimeText(std::time_t instant);
 
 // The parts of the local time `now`; a pointer may be null when its part is not wanted. The year is full; day
 // of the year, month and day of the week (0 is Sunday) count from 0, the day of the month from 1.

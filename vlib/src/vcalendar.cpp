@@ -1,5 +1,6 @@
 #include "shared/vcalendar.h"
 
+#include <cstdio>
 #include <mutex>
 
 namespace vlib {
@@ -8,6 +9,10 @@ namespace {
 // Held while the C library's data about the time zone is in use. The library has a lock of its own, which
 // thread sanitizers cannot see.
 std::mutex zoneLock;
+
+constexpr std::array kWeekDays = {"Sun", "Mon", "Tue", "Wed", "Thu", "Fri", "Sat"};
+constexpr std::array kMonths = {"Jan", "Feb", "Mar", "Apr", "May", "Jun",
+                                "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
 void StoreIfWanted(int* o_target, int value) {
   if (o_target != nullptr) *o_target = value;
@@ -23,10 +28,15 @@ std::tm LocalTime(std::time_t instant) {
   return local;
 }
 
-std::string LocalTimeText(std::time_t instant) {
+// As asctime writes it, which uses memory that threads share; asctime_r refuses years beyond 9999.
+TimeText LocalTimeText(std::time_t instant) {
   const std::tm local = LocalTime(instant);
-  char text[64];
-  return asctime_r(&local, text) == nullptr ? std::string() : std::string(text);
+  TimeText text;
+  std::snprintf(text.data(), text.size(), "%s %s %2d %02d:%02d:%02d %lld",
+                kWeekDays.at(static_cast<std::size_t>(local.tm_wday)),
+                kMonths.at(static_cast<std::size_t>(local.tm_mon)), local.tm_mday, local.tm_hour,
+                local.tm_min, local.tm_sec, 1900LL + local.tm_year);
+  return text;
 }
 
 void StoreLocalTime(std::time_t now, int* o_year, int* o_yearDay, int* o_month, int* o_monthDay,
