@@ -47,27 +47,31 @@ class droError {
   droEError GetError() const { return m_code; }
   droString GetDescription() const { return m_description; }
 
-  // Deletes the log file. 0, or the code of the report when that fails. The count of written bytes goes on: a
-  // program that deletes its log sets _current_log_filesize to 0 as well. Otherwise, once the count passes
-  // the limit while there is no file, every entry is lost with the report that the file cannot be rebuilt.
+  // Deletes the log file with droOsUtility::FileDelete and returns its result. The count of written bytes
+  // goes on: a program that deletes its log sets _current_log_filesize to 0 as well. Otherwise, once the
+  // count passes the limit while there is no file, every entry is lost with the report that the file cannot
+  // be rebuilt.
   static droEError DeleteLog();
 
   // droELogLevel values, added; droLogLevel_Console unless set.
   static unsigned int Level;
   // Limit in bytes for what this process writes: when the count passes it, the log file is cut to its last
-  // half and the count set to that. With a limit below 32002 the file is never cut; 0 is no limit. A file
-  // that cannot be cut, for example because it was deleted, gets no further entry until the count is set to
-  // 0.
+  // half and the count set to that; 512000 unless set. With a limit below 32002 the file is never cut; 0 is
+  // no limit. A file that cannot be cut, for example because it was deleted, gets no further entry until the
+  // count is set to 0.
   static unsigned int LogFileSize;
-  // Path of the log file, "dro_system.log" unless set.
+  // Path of the log file; "dro_system.log" unless set. Never destroyed: threads may report until the program
+  // has ended.
   static droString LogFile;
-  // Receives each record when the level asks for it; may be null.
+  // Receives each record when the level asks for it; null unless set.
   static void (*ShowErrorCallBack)(const droError&);
   // Bytes that this process has appended to the log file or kept when it was cut last, not the file's real
   // size.
   static unsigned int _current_log_filesize;
 
  private:
+  friend droEError droErrorLog(const droError& error);
+
   droEError m_code;
   droString m_description;
 };
@@ -89,7 +93,7 @@ droError droBuildErrorLocation(droEError code, const droString& message, const c
 
 // Prints, writes, throws or passes on a record, and returns its code. When the log file must be cut and
 // cannot be, that failure is printed, whatever the level, its code (5 or 6) is returned, and the record goes
-// no further.
+// no further. Logging needs no memory unless the record is written or thrown.
 droEError droErrorLog(const droError& error);
 
 // Reports the failures of one source file: constexpr droReporter kReport{"dro_string"};

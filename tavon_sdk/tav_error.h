@@ -58,20 +58,24 @@ class tavError {
   // has reached its size limit cannot be cut while its file is missing, see LogFileSize.
   static bool DeleteLog();
 
-  // tavELogLevel values, added; tavLogLevel_Console at first.
+  // tavELogLevel values, added; tavLogLevel_Console unless set.
   static unsigned int Level;
-  // Path of the log file; "tav_system.log" at first.
+  // Path of the log file; "tav_system.log" unless set. Never destroyed: threads may report until the program
+  // has ended.
   static tavString LogFile;
-  // Size in bytes past which the file is cut to its last half; 0 means no limit. 512000 at first. Once the
+  // Size in bytes past which the file is cut to its last half; 0 means no limit. 512000 unless set. Once the
   // limit is passed, every entry fails with the same record (code 4) while the file is missing, deleted by
   // DeleteLog or by somebody else. The log works again when the program sets CurrentLogFileSize to 0.
   static unsigned int LogFileSize;
   // Bytes that this process has appended to the file or kept when it was cut last, not the file's real size.
   static unsigned int CurrentLogFileSize;
-  // Receives each record when the level asks for it; null at first.
+  // Receives each record when the level asks for it; null unless set. It may run while the object that
+  // reports holds its lock: set no parameter there that drives another.
   static void (*ShowErrorCallBack)(const tavError&);
 
  private:
+  friend tavEError tavErrorLog(const tavError& error);
+
   tavEError m_code;
   tavString m_description;
 };
@@ -89,7 +93,8 @@ tavError tavBuildErrorLocation(tavEError code, const tavString& message, const c
 
 // Prints, stores, throws or passes on a record, as tavError::Level says, and returns its code. Only if the
 // log file cannot be cut is the result another code: 4 (not readable or not writable) or 5 (no memory). That
-// failure is printed whatever the level, and the record is not thrown or passed on.
+// failure is printed whatever the level, and the record is not thrown or passed on. Logging needs no memory
+// unless the record is written or thrown.
 tavEError tavErrorLog(const tavError& error);
 
 // Reports the failures of one source file in one line each:

@@ -1,24 +1,21 @@
 #include "dro_error.h"
 
-#include <unistd.h>
-
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <iterator>
 
 #include "dro_time.h"
+#include "shared/vcalendar.h"
 #include "shared/verrorlog.h"
 
 namespace dro {
 namespace {
 
-constexpr droReporter kReport{"dro_error"};
-
 constexpr const char* kNoText = "droError description not found. Update droErrorToString function.!";
 
 // In the order of the codes.
-constexpr const char* kTexts[] = {
+constexpr std::array kErrorTexts = {
     "The operation completed succefully.",
     kNoText,  // a warning: its record needs no text of the code
     "The operation failed.",
@@ -41,10 +38,21 @@ int ColourOf(droEError code) {
   return code == droError_Warning ? yellow : red;
 }
 
-// The record of a log file that cannot be cut.
-droError FaultRecord(vlib::LogFileFault fault) {
+constexpr char kNumberFormat[] = "droError Number : %i\n";
+
+const char* TextOf(droEError code) {
+  const auto index = static_cast<std::uint32_t>(code);
+  return index < kErrorTexts.size() ? kErrorTexts[index] : kNoText;
+}
+
+// Prints the record of a log file that cannot be cut, without memory, and returns its code.
+droEError PrintFault(vlib::LogFileFault fault) {
   const auto record = [](droEError code, const char* message, vlib::Place place = {}) {
-    return droBuildErrorLocation(code, message, "dro_error", "droErrorLog", place.line);
+    std::printf("[%s]\n", vlib::LocalTimeText(droTime::GetCurrentTime()).data());
+    std::printf(kNumberFormat, static_cast<int>(code));
+    std::puts(TextOf(code));
+    vlib::PrintMessageWithPlace(message, "dro_error", "droErrorLog", place.line);
+    return code;
   };
   switch (fault) {
     case vlib::LogFileFault::OutOfMemory:
@@ -56,11 +64,18 @@ droError FaultRecord(vlib::LogFileFault fault) {
   }
 }
 
+static_assert(unsigned{droLogLevel_Console} == vlib::LogLevel_Console);
+static_assert(unsigned{droLogLevel_File} == vlib::LogLevel_File);
+static_assert(unsigned{droLogLevel_Throw} == vlib::LogLevel_Throw);
+static_assert(unsigned{droLogLevel_CallBack} == vlib::LogLevel_CallBack);
+
 }  // namespace
+
+// The storage of droError::LogFile.
+vlib::LogFileName<droString> logFile asm("_ZN3dro8droError7LogFileE") = "dro_system.log";
 
 unsigned int droError::Level = droLogLevel_Console;
 unsigned int droError::LogFileSize = 512000;
-droString droError::LogFile = "dro_system.log";
 void (*droError::ShowErrorCallBack)(const droError&) = nullptr;
 unsigned int droError::_current_log_filesize = 0;
 
@@ -71,20 +86,12 @@ droError::droError(const droEError& code, const droString& message) : m_code(cod
   } else if (code == droError_Warning) {
     m_description.append("Warning : ");
   } else {
-    m_description.AddFormat(128, "droError Number : %i\n", code).append(droErrorToString(code)).append("\n");
+    m_description.AddFormat(128, kNumberFormat, static_cast<int>(code)).append(TextOf(code)).append("\n");
   }
   m_description.append(message).append("\n");
 }
 
-droEError droError::DeleteLog() {
-  if (unlink(LogFile.c_str()) == 0) return droError_NoError;
-  return kReport(droError_OperationFailed, "Can not delete file");
-}
-
-droString droErrorToString(const droEError& code) {
-  const auto index = static_cast<std::uint32_t>(code);
-  return index < std::size(kTexts) ? kTexts[index] : kNoText;
-}
+droString droErrorToString(const droEError& code) { return TextOf(code); }
 
 droString droErrorStdToString(int error) {
   if (error == -1) error = errno;
@@ -105,11 +112,15 @@ droError droBuildErrorLocation(droEError code, const droString& message, const c
 }
 
 droEError droErrorLog(const droError& error) {
-  const droString description = error.GetDescription();
+  const droString& description = error.m_description;
   const auto print = [&] {
-    std::printf("\033[%dm%s\033[0m", ColourOf(error.GetError()), description.c_str());
+    std::printf("\033[%dm", ColourOf(error.GetError()));
+    std::fputs(description.c_str(), stdout);
+    std::fputs("\033[0m", stdout);
   };
-  return vlib::LogRecord(error, description.c_str(), droError::_current_log_filesize, print, FaultRecord);
+  // The file's entry ends at a zero byte, as that of fputs does; the SDK writes its descriptions whole.
+  return vlib::LogRecord(error, {description.c_str(), description.size()}, droError::_current_log_filesize,
+                         print, PrintFault);
 }
 
 droEError droReporter::operator()(droEError code, const droString& message, vlib::Place place) const {

@@ -82,6 +82,9 @@ droEError droOsUtility::FileDelete(const char* path) {
   return kReport(droError_OperationFailed, "Can not delete file");
 }
 
+// Defined here so that a program that only reports links no other operation of this file.
+droEError droError::DeleteLog() { return droOsUtility::FileDelete(LogFile.c_str()); }
+
 bool droOsUtility::FileExist(const char* path) { return path != nullptr && droOsFile(path, "rb").IsValid(); }
 
 bool droOsUtility::FolderExist(const char* path) {

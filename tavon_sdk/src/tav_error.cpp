@@ -27,10 +27,21 @@ constexpr std::array kErrorTexts = {
     "Limit on the number of tasks supported by the Windows Sockets implementation has been reached.",
 };
 
-// The record of a log file that cannot be cut.
-tavError FaultRecord(vlib::LogFileFault fault) {
+constexpr char kNumberFormat[] = "tavError Number : %i\n";
+
+const char* TextOf(tavEError code) {
+  const auto index = static_cast<std::uint32_t>(code);
+  return index < kErrorTexts.size() ? kErrorTexts[index]
+                                    : "tavError description not found. Update tavErrorToString function.!";
+}
+
+// Prints the record of a log file that cannot be cut, without memory, and returns its code.
+tavEError PrintFault(vlib::LogFileFault fault) {
   const auto record = [](tavEError code, const char* message, int line) {
-    return tavBuildErrorLocation(code, message, "tav_error", "tavErrorLog", line);
+    std::printf(kNumberFormat, static_cast<int>(code));
+    std::puts(TextOf(code));
+    vlib::PrintMessageWithPlace(message, "tav_error", "tavErrorLog", line);
+    return code;
   };
   switch (fault) {
     case vlib::LogFileFault::OutOfMemory:
@@ -42,18 +53,24 @@ tavError FaultRecord(vlib::LogFileFault fault) {
   }
 }
 
+static_assert(unsigned{tavLogLevel_Console} == vlib::LogLevel_Console);
+static_assert(unsigned{tavLogLevel_File} == vlib::LogLevel_File);
+static_assert(unsigned{tavLogLevel_Throw} == vlib::LogLevel_Throw);
+static_assert(unsigned{tavLogLevel_CallBack} == vlib::LogLevel_CallBack);
+
 }  // namespace
 
+// The storage of tavError::LogFile.
+vlib::LogFileName<tavString> logFile asm("_ZN5tavon8tavError7LogFileE") = "tav_system.log";
+
 unsigned int tavError::Level = tavLogLevel_Console;
-tavString tavError::LogFile = "tav_system.log";
 unsigned int tavError::LogFileSize = 512000;
 unsigned int tavError::CurrentLogFileSize = 0;
 void (*tavError::ShowErrorCallBack)(const tavError&) = nullptr;
 
 tavError::tavError(const tavEError& code, const tavString& message) : m_code(code) {
   if (code != tavError_NoError) {
-    m_description.AddFormat(128, "tavError Number : %i\n", static_cast<int>(code));
-    m_description.append(tavErrorToString(code)).append("\n");
+    m_description.AddFormat(128, kNumberFormat, static_cast<int>(code)).append(TextOf(code)).append("\n");
   } else {
     m_description.append("Info Message : ");
   }
@@ -62,11 +79,7 @@ tavError::tavError(const tavEError& code, const tavString& message) : m_code(cod
 
 bool tavError::DeleteLog() { return VUtility::DelFile(LogFile); }
 
-tavString tavErrorToString(const tavEError& code) {
-  const auto index = static_cast<std::uint32_t>(code);
-  return index < kErrorTexts.size() ? kErrorTexts[index]
-                                    : "tavError description not found. Update tavErrorToString function.!";
-}
+tavString tavErrorToString(const tavEError& code) { return TextOf(code); }
 
 tavString tavErrorWindowsToString(int /*code*/) { return {}; }
 
@@ -77,9 +90,10 @@ tavError tavBuildErrorLocation(tavEError code, const tavString& message, const c
 }
 
 tavEError tavErrorLog(const tavError& error) {
-  const tavString description = error.GetDescription();
-  const auto print = [&] { std::printf("%s", description.c_str()); };
-  return vlib::LogRecord(error, description, tavError::CurrentLogFileSize, print, FaultRecord);
+  const tavString& description = error.m_description;
+  const auto print = [&] { std::fputs(description.c_str(), stdout); };
+  return vlib::LogRecord(error, {description, description.size()}, tavError::CurrentLogFileSize, print,
+                         PrintFault);
 }
 
 tavEError tavReporter::operator()(tavEError code, const tavString& message, vlib::Place place) const {

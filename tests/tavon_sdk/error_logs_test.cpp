@@ -2,6 +2,7 @@
 // for each, and what each says in its own words.
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <thread>
 
 #include "dro_error.h"
@@ -17,6 +18,15 @@ using namespace dro;
 using namespace tavon;
 
 namespace {
+
+// Speaks when every other static object is gone, as a thread that still runs might.
+struct LastWords {
+  ~LastWords() {
+    if (speak != nullptr) speak();
+  }
+  void (*speak)() = nullptr;
+};
+__attribute__((init_priority(101))) LastWords lastWords;  // the first to come and the last to go
 
 // What differs between the two. A record is a failure of Go in line 12 of a source file.
 tavError Record(int code, const tavError*) {
@@ -51,9 +61,13 @@ struct BothErrorLogs : testing::Test {
     written = 512000;
     Report fault{code, "tav_error", "tavErrorLog", message, publishedLine};
     if (!isSdk) fault = {code + 1, "dro_error", "droErrorLog", message};
-    ExpectReport(fault, fault.code, [&] { return Log(failure); });
+    ExpectReport(fault, fault.code, [&] {
+      const auto shortage = FailingAllocation::OfAtLeast(lacking);
+      return Log(failure);
+    });
   }
 
+  std::size_t lacking = SIZE_MAX;  // while a fault is logged, allocations of so many bytes fail
   unsigned int& written = isSdk ? tavError::CurrentLogFileSize : droError::_current_log_filesize;
   const TemporaryFolder folder;
   const std::string path = folder.Path("log");
@@ -70,6 +84,33 @@ TYPED_TEST(BothErrorLogs, PrintFailuresAndLeaveNoFile) {
                  [&] { return Log(this->Failure(code)); });
   }
   EXPECT_FALSE(std::filesystem::exists(this->path));
+}
+
+TYPED_TEST(BothErrorLogs, NeedNoMemoryForARecordUnlessItIsWrittenOrThrown) {
+  static const TypeParam* shown = nullptr;
+  shown = nullptr;
+  TypeParam::ShowErrorCallBack = [](const TypeParam& record) { shown = &record; };
+  const auto log = [&](unsigned int level) {
+    TypeParam::Level = level;
+    const auto shortage = FailingAllocation::OfAtLeast(1);
+    return Log(this->failure);
+  };
+  EXPECT_EQ(log(0), 8);
+  EXPECT_EQ(log(vlib::LogLevel_CallBack), 8);
+  EXPECT_EQ(shown, &this->failure);
+  ExpectReport({8, this->isSdk ? "tav_x" : "dro_x", "Go", "100%s", 12}, 8,
+               [&] { return log(vlib::LogLevel_Console); });
+}
+
+TYPED_TEST(BothErrorLogs, WriteUntilTheProgramHasEnded) {
+  static const TypeParam* record = nullptr;
+  record = &this->failure;
+  const auto end = [] {
+    lastWords.speak = [] { Log(*record); };
+    std::exit(0);  // NOLINT(concurrency-mt-unsafe): of a process that the test has made
+  };
+  EXPECT_EXIT(end(), testing::ExitedWithCode(0), "");
+  EXPECT_EQ(ReadFile(this->path), this->text);
 }
 
 TYPED_TEST(BothErrorLogs, CountWhatThreadsWriteEvenWithoutALimit) {
@@ -97,6 +138,26 @@ TYPED_TEST(BothErrorLogs, CutTheFileToItsLastHalfUnlessThatIsLittle) {
   EXPECT_EQ(this->written, 16001U) << "half the limit; the entry after the cut is not counted";
 }
 
+TYPED_TEST(BothErrorLogs, KeepAFileWholeThatIsShorterThanItsLastHalf) {
+  WriteFile(this->path, "a");
+  this->written = 512000;
+  Log(this->failure);
+  EXPECT_EQ(ReadFile(this->path), "a" + this->text)
+      << "it was deleted and made anew, and the count not reset";
+}
+
+TYPED_TEST(BothErrorLogs, KeepNoMoreOfAFileThanIsRead) {
+  WriteFile(this->path, std::string(300000, 'o'));
+  this->written = 512000;
+  // It shrinks when its size is known.
+  const auto shrinking = system_calls::new_array_or_null.ReplaceBy([&](std::size_t size, auto noThrow) {
+    std::filesystem::resize_file(this->path, 1);
+    return system_calls::new_array_or_null.Real(size, noThrow);
+  });
+  Log(this->failure);
+  EXPECT_EQ(ReadFile(this->path), "o" + this->text);
+}
+
 TYPED_TEST(BothErrorLogs, PassARecordOnUnlessItIsThrown) {
   static std::string shown;
   shown.clear();
@@ -112,15 +173,18 @@ TYPED_TEST(BothErrorLogs, PassARecordOnUnlessItIsThrown) {
 
 TYPED_TEST(BothErrorLogs, ReportAFileThatCannotBeRead) {
   WriteFile(this->path, "old");
-  TypeParam::DeleteLog();
+  std::filesystem::remove(this->path);
   this->ExpectFault(4, "Can not rebuild log error file.", 206);
   EXPECT_FALSE(std::filesystem::exists(this->path));
 }
 
 TYPED_TEST(BothErrorLogs, ReportAFileThatDoesNotFitIntoMemory) {
   WriteFile(this->path, std::string(300000, 'o'));
-  const auto shortage = FailingAllocation::OfAtLeast(300000);
-  this->ExpectFault(5, "Can not allocate buffer for to rebuild log error file.", 182);
+  for (const std::size_t bytes : {300000, 1}) {
+    SCOPED_TRACE(bytes);
+    this->lacking = bytes;
+    this->ExpectFault(5, "Can not allocate buffer for to rebuild log error file.", 182);
+  }
 }
 
 TYPED_TEST(BothErrorLogs, ReportAFileThatCannotBeWritten) {
@@ -130,6 +194,26 @@ TYPED_TEST(BothErrorLogs, ReportAFileThatCannotBeWritten) {
   });
   this->ExpectFault(4, "Can not write for to rebuild log error file.", 200);
   EXPECT_EQ(ReadFile(this->path), "old");
+}
+
+TYPED_TEST(BothErrorLogs, CountAWholeDescriptionAndWriteItToAZeroByteInTheOsLibraryOnly) {
+  const TypeParam record(this->failure.GetError(), std::string("a\0b", 3));
+  const std::string description = record.GetDescription();
+  Log(record);
+  EXPECT_EQ(ReadFile(this->path), this->isSdk ? description : description.c_str());
+  EXPECT_EQ(this->written, description.size());
+}
+
+TYPED_TEST(BothErrorLogs, AreDeletedAsTheirLibrariesDeleteFiles) {
+  Log(this->failure);
+  TypeParam::DeleteLog();
+  EXPECT_FALSE(std::filesystem::exists(this->path));
+  if constexpr (TestFixture::isSdk) {
+    EXPECT_EQ(TypeParam::DeleteLog(), false) << "it is gone";
+  } else {
+    TypeParam::Level = vlib::LogLevel_Console;
+    ExpectReport({2, "dro_osutility", "FileDelete", "Can not delete file"}, 2, TypeParam::DeleteLog);
+  }
 }
 
 TEST(ErrorLogNotices, HaveTimeAndPlaceInTheOsLibraryOnly) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -8,6 +9,14 @@ namespace vlib {
 
 // Why a log file could not be cut to its last half.
 enum class LogFileFault { None, CannotRead, OutOfMemory, CannotWrite };
+
+// What a record adds to a log file.
+struct LogEntry {
+  // What is written.
+  std::string_view text;
+  // What is counted, in bytes.
+  std::size_t length;
+};
 
 // Appends `entry` to the file at `path` and adds its length to `io_written`, which therefore knows only what
 // this process wrote. When that count passes `limit` (0: no limit), the file is first cut to its last limit /
@@ -18,7 +27,7 @@ enum class LogFileFault { None, CannotRead, OutOfMemory, CannotWrite };
 //
 // Threads may append at the same time, in any order. The count is a plain number for the callers' sake; here
 // it is read and written atomically.
-LogFileFault AppendToLogFile(const std::string& path, std::string_view entry, unsigned int limit,
+LogFileFault AppendToLogFile(const std::string& path, const LogEntry& entry, unsigned int limit,
                              unsigned int& io_written);
 
 }  // namespace vlib

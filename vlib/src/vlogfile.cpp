@@ -40,16 +40,18 @@ LogFileFault CutToLastHalf(const std::string& path, unsigned int half,
 
 }  // namespace
 
-LogFileFault AppendToLogFile(const std::string& path, std::string_view entry, unsigned int limit,
+LogFileFault AppendToLogFile(const std::string& path, const LogEntry& entry, unsigned int limit,
                              unsigned int& io_written) {
   const std::atomic_ref written(io_written);
-  const auto length = static_cast<unsigned int>(entry.size());
+  const auto length = static_cast<unsigned int>(entry.length);
   const unsigned int total = written.fetch_add(length) + length;
   if (limit != 0 && total > limit) {
     const LogFileFault fault = CutToLastHalf(path, limit / 2, written);
     if (fault != LogFileFault::None) return fault;
   }
-  if (const File file = OpenFile(path.c_str(), "a+")) std::fwrite(entry.data(), 1, entry.size(), file.get());
+  if (const File file = OpenFile(path.c_str(), "a+")) {
+    std::fwrite(entry.text.data(), 1, entry.text.size(), file.get());
+  }
   return LogFileFault::None;
 }
 
