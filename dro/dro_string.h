@@ -73,7 +73,7 @@ class droString : public VStringBase<droString> {
   static droString FromLongLong(long long value);
 
   // UTF-8 to wide text, one wide character per code point, and back. Invalid text throws the utf8::exception
-  // of UTF8-CPP that says why.
+  // of UTF8-CPP that says why: utf8::not_enough_room for one that ends in the middle of a character.
   static std::wstring FromUTF8(const char* text);
   static droString AsUTF8(const wchar_t* text);
 

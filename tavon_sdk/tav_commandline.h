@@ -16,7 +16,7 @@ class tavCommandLine {
   // The arguments of a command text, separated by blanks. Several blanks count as one, even inside quotes.
   // Any argument but the first may stand in double quotes and then contains blanks. A quote that is never
   // closed ends the list before it. A null text counts as empty.
-  explicit tavCommandLine(const char* commandText);
+  tavCommandLine(const char* commandText);
 
   // True if an argument equals `name`. `o_value` receives the argument after the first such one, or becomes
   // empty; it may be null.

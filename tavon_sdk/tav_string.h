@@ -38,7 +38,7 @@ class tavString : public VStringBase<tavString> {
 
   // Appends the pieces between separators to the list, empty ones included: "a,,b," gives "a", "", "b", "". A
   // text without a separator is one piece. A null list or an empty separator does nothing.
-  void GetSplit(tavArray<tavString>* o_pieces, const tavString& separator) const;
+  void GetSplit(tavArray<tavString>* io_pieces, const tavString& separator) const;
 
   // Read like a 32-bit `long`: the result stops at -2147483648 and 2147483647. Non-numeric text reads as 0.
   static std::int32_t AsLong(const tavString& text, int base);
@@ -48,8 +48,9 @@ class tavString : public VStringBase<tavString> {
   static void DataCrypt(unsigned char* io_buffer, unsigned int length, const tavString& key);
   static void DataDeCrypt(unsigned char* io_buffer, unsigned int length, const tavString& key);
 
-  // Converts between UTF-8 and wide text. Null gives an empty text. Invalid UTF-8 and characters beyond
-  // U+10FFFF throw the UTF-8 library's exceptions (utf8::exception).
+  // Converts between UTF-8 and wide text. Null gives an empty text. Invalid UTF-8 (also a text that ends
+  // in the middle of a character: utf8::invalid_utf8) and characters beyond U+10FFFF throw the UTF-8
+  // library's exceptions (utf8::exception).
   static tavString AsUTF8(const wchar_t* text);
   static tavString AsUTF8(const std::wstring& text);
   static std::wstring FromUTF8(const char* text);

@@ -127,7 +127,8 @@ droString droString::FromWide(const wchar_t* text, unsigned int length) {
 }
 
 void droString::AsWide(const droString& text, wchar_t* o_buffer, unsigned int length) {
-  if (!vlib::CopyUtf8ToWide(o_buffer, length, text.c_str(), static_cast<unsigned int>(text.size()))) {
+  if (!vlib::CopyUtf8ToWide(o_buffer, length, text.c_str(), static_cast<unsigned int>(text.size()),
+                            vlib::DecodeUtf8)) {
     kReport(droError_InvalidArgument, "io_buffer or len_buffer == 0");
   }
 }
@@ -156,7 +157,7 @@ void droString::DataDeCrypt(unsigned char* io_buffer, unsigned int length, const
 }
 
 void CharToWide(wchar_t* o_wide, unsigned int capacity, const char* in, unsigned int inLength) {
-  const bool copied = vlib::CopyUtf8ToWide(o_wide, capacity, in, inLength);
+  const bool copied = vlib::CopyUtf8ToWide(o_wide, capacity, in, inLength, vlib::DecodeUtf8);
   if (copied && in == nullptr) kReport(droError_InvalidArgument, "pBuffer == 0");
 }
 

@@ -1,7 +1,9 @@
 #include "tav_string.h"
 
+#include <cstdint>
 #include <cwchar>
-#include <stdexcept>
+#include <new>
+#include <string_view>
 
 #include "shared/vutf8.h"
 #include "tav_error.h"
@@ -12,14 +14,13 @@ namespace {
 
 constexpr tavReporter kReport{"tav_string"};
 
-// Whether there is memory for a text of `length` bytes and a terminating zero.
+// Whether there is memory for a text of `length` bytes and a terminating zero. Not asked of a string, which
+// keeps a short text in itself, nor by `new char[]`, which the compiler may leave out.
 bool HasMemoryFor(std::size_t length) {
-  try {
-    tavString().reserve(length);
-    return true;
-  } catch (const std::exception&) {  // no memory, or longer than any text
-    return false;
-  }
+  if (length >= PTRDIFF_MAX) return false;
+  void* const memory = ::operator new(length + 1, std::nothrow);
+  ::operator delete(memory);
+  return memory != nullptr;
 }
 
 }  // namespace
@@ -35,10 +36,10 @@ tavString& tavString::SetShrink(const tavString& characters, bool left) {
   return *this;
 }
 
-void tavString::GetSplit(tavArray<tavString>* o_pieces, const tavString& separator) const {
-  if (o_pieces == nullptr) return;
-  vlib::ForEachPiece(*this, separator, [o_pieces](std::string_view piece, bool) {
-    o_pieces->emplace_back(std::string(piece));
+void tavString::GetSplit(tavArray<tavString>* io_pieces, const tavString& separator) const {
+  if (io_pieces == nullptr) return;
+  vlib::ForEachPiece(*this, separator, [io_pieces](std::string_view piece, bool) {
+    io_pieces->emplace_back(std::string(piece));
   });
 }
 
@@ -79,13 +80,14 @@ tavString tavString::FromWide(const wchar_t* text, unsigned int length) {
 }
 
 void tavString::AsWide(const tavString& text, wchar_t* io_buffer, unsigned int capacity) {
-  if (!vlib::CopyUtf8ToWide(io_buffer, capacity, text.c_str(), static_cast<unsigned int>(text.size()))) {
+  if (!vlib::CopyUtf8ToWide(io_buffer, capacity, text.c_str(), static_cast<unsigned int>(text.size()),
+                            vlib::DecodeTerminatedUtf8)) {
     kReport(tavError_InvalidArgument, "io_buffer or len_buffer == 0", {356});
   }
 }
 
 void CharToWide(wchar_t* o_wide, unsigned int capacity, const char* in, unsigned int inLength) {
-  vlib::CopyUtf8ToWide(o_wide, capacity, in, inLength);
+  vlib::CopyUtf8ToWide(o_wide, capacity, in, inLength, vlib::DecodeTerminatedUtf8);
 }
 
 }  // namespace tavon

@@ -1,8 +1,10 @@
 // The two string classes, tavString of the SDK and droString of the OS library: what both do alike, checked
 // for each, and where their rules differ on purpose, side by side.
 #include <gmock/gmock.h>
+#include <utf8.h>
 
 #include <algorithm>
+#include <clocale>
 
 #include "dro_string.h"
 #include "expect_report.h"
@@ -115,6 +117,22 @@ TEST(StringClassRules, CopyNoMoreWideCharactersThanAskedFor) {
                [&] { tavString::AsWide("a", buffer, 0); });
 }
 
+TEST(StringClassRules, SayInTheOsLibraryOnlyThatUtf8IsCutShort) {
+  const char* const text = "a\xE2\x82";
+  wchar_t buffer[5];
+  EXPECT_THROW(droString::FromUTF8(text), utf8::not_enough_room);
+  EXPECT_THROW(droString::AsWide(text, buffer, 5), utf8::not_enough_room);
+  EXPECT_THROW(tavString::FromUTF8(text), utf8::invalid_utf8);
+  EXPECT_THROW(tavString::AsWide(text, buffer, 5), utf8::invalid_utf8);
+}
+
+TEST(StringClassRules, ConvertWideTextAsTheLocaleSays) {
+  ASSERT_NE(std::setlocale(LC_CTYPE, "C.UTF-8"), nullptr);
+  EXPECT_EQ(tavString::FromWide(L"a\u20AC", 0), "a\xE2\x82\xAC");
+  EXPECT_EQ(droString::FromWide(L"\u20AC\u20ACa", 2), "\xE2\x82\xAC\xE2\x82\xAC");
+  std::setlocale(LC_CTYPE, "C");
+}
+
 TEST(StringClassRules, HeedTheLengthOfWideTextInTheOsLibraryOnly) {
   EXPECT_EQ(droString::FromWide(L"abc", 2), "ab");
   EXPECT_EQ(droString::FromWide(L"abc", 0), "abc");
@@ -163,6 +181,13 @@ TEST(StringClassRules, NeedMemoryForAllWideTextThatIsSpokenOfInTheSdkOnly) {
   EXPECT_EQ(droString::FromWide(L"abc", 1000000), "abc");
 }
 
+TEST(StringClassRules, TestTheMemoryForAShortWideTextToo) {
+  ExpectReport({5, "tav_string", "FromWide", "pBuffer == 0", 391}, "", [] {
+    const auto shortage = FailingAllocation::After(0);
+    return tavString::FromWide(L"abc", 0);
+  });
+}
+
 // What only the OS library can do.
 
 TEST(DroString, ErasesAtEitherEndAndThrowsWhereThereIsLess) {
@@ -172,6 +197,11 @@ TEST(DroString, ErasesAtEitherEndAndThrowsWhereThereIsLess) {
   EXPECT_THROW(text.EraseLastChars(4), std::out_of_range);
   EXPECT_EQ(text.EraseCharAt(2), "ab");
   EXPECT_EQ(text.Clear(), "");
+}
+
+TEST(DroString, PrintsNumbersOfSixtyFourBitsInFull) {
+  EXPECT_EQ(droString::FromLongLong(INT64_MIN), "-9223372036854775808");
+  EXPECT_EQ(droString::AsLongLong("-9223372036854775809", 10), INT64_MIN) << "where reading stops";
 }
 
 TEST(DroString, KnowsDigits) {
@@ -189,6 +219,10 @@ TEST(DroString, ReadsBytesAndPairsBetweenSeparators) {
   dro::droMap<droString, droString> values;
   droString("a=1=b=2=c=").GetSplitAsMap(&values, "=");
   EXPECT_THAT(values, ElementsAre(Pair("a", "1"), Pair("b", "2"))) << "a key at the end has no value";
+  dro::droMap<droString, droString> none;
+  droString().GetSplitAsMap(&none, "=");
+  droString("a=1").GetSplitAsMap(&none, "");
+  EXPECT_THAT(none, testing::IsEmpty()) << "neither an empty text nor an empty separator gives pieces";
   constexpr ReportsOf invalid{"dro_string", 7};
   ExpectReport(invalid("SerialStringToData", "strSerial == 0"),
                [&] { droString::SerialStringToData(&bytes, "", ":"); });

@@ -10,7 +10,8 @@ namespace {
 // The arguments of a command text that follow "run". Each is found as the value of the one before it, so none
 // may come twice.
 std::vector<std::string> ArgumentsOf(const std::string& text) {
-  const tavCommandLine line(("run " + text).c_str());
+  const std::string command = "run " + text;
+  const tavCommandLine line = command.c_str();
   std::vector<std::string> arguments;
   tavString last = "run";
   while (line.GetArgument(tavString(last), &last) && !last.empty()) arguments.push_back(last);

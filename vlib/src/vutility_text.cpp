@@ -65,11 +65,11 @@ std::string VUtility::WideCharToString(const wchar_t* text) {
 
 wchar_t* VUtility::UTF8ToWideChar(const char* text) {
   if (text == nullptr) return nullptr;
-  return NewBuffer(vlib::DecodeUtf8(text), std::strlen(text) + 1);
+  return NewBuffer(vlib::DecodeTerminatedUtf8(text), std::strlen(text) + 1);
 }
 
 std::wstring VUtility::UTF8ToWideString(const char* text) {
-  return text == nullptr ? std::wstring() : vlib::DecodeUtf8(text);
+  return text == nullptr ? std::wstring() : vlib::DecodeTerminatedUtf8(text);
 }
 
 char* VUtility::WideCharToUTF8(const wchar_t* text) {
