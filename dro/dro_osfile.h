@@ -29,8 +29,8 @@ class droOsFile {
   droEError Open(const droString& name, const droString& mode);
 
   // Writes what is buffered and closes. 0, also when nothing was open, or the code of the failure. After a
-  // failure the file stays open and usable, though buffered data may be lost. Only a file that the system
-  // refuses to close when all has been written is gone.
+  // failure the file stays open and usable, though buffered data may be lost. Closing is tried with a copy of
+  // the descriptor first; a file that only then fails to close is gone.
   droEError Close();
 
   // True when a file is open.

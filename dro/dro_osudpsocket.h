@@ -53,7 +53,7 @@ class droOsUdpSocket : public droIOsUdpSocket {
   droOsUdpSocket(const droOsUdpSocket&) = delete;
   droOsUdpSocket& operator=(const droOsUdpSocket&) = delete;
 
-  // Closes the descriptor and opens a new one, without options, destination or bound port. 0, or the code of
+  // Closes the descriptor, see Close, and opens a new one, without options or bound port. 0, or the code of
   // the failure; when closing fails, no new one is opened. Fails also when the system hands out descriptor 0,
   // as it does once while the program has no standard input; that one stays taken, so that the next Reset
   // succeeds.
@@ -103,8 +103,8 @@ class droOsUdpSocket : public droIOsUdpSocket {
   // The size of the kernel's send buffer in bytes, which stands for the largest message; 0 on failure.
   unsigned int GetMaxMessageSize() const override;
 
-  // Closes the descriptor, if there is one, and forgets it and the destination, whatever fails. 0, or the
-  // code of the last failure.
+  // Closes the descriptor and forgets it and the destination, whatever fails. 0, or the code of the last
+  // failure. Without a descriptor nothing happens, and a destination that was set stays.
   droEError Close() override;
 
   // Sends to the whole local network, port `port`, the packet that wakes up the machine whose hardware

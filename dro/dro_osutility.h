@@ -124,7 +124,8 @@ class droOsUtility {
   static unsigned long GetSourceSize(const droString& device);
 
   // Appends the hardware address of each network interface, such as "02:00:5e:10:00:01", in the order in
-  // which the system lists them. The loopback interface is left out.
+  // which the system lists them. The loopback interface is left out. Ends with the code of the failure when
+  // an address cannot be read for want of descriptors.
   static droEError GetMacAddress(droArray<droString>* io_macs);
 };
 

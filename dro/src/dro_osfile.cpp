@@ -1,6 +1,7 @@
 #include "dro_osfile.h"
 
 #include <fcntl.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <climits>
@@ -94,8 +95,12 @@ droEError droOsFile::Open(const droString& name, const droString& mode) {
 droEError droOsFile::Close() {
   if (!IsValid()) return droError_NoError;
   // fclose releases the stream even when it fails. What can fail is tried before that, so that a stream that
-  // is kept can still be used.
-  const bool canClose = std::fflush(m_file.get()) == 0 && fcntl(fileno(m_file.get()), F_GETFD) != -1;
+  // is kept can still be used: some file systems write when a descriptor is closed, also when it is a copy.
+  bool canClose = std::fflush(m_file.get()) == 0;
+  if (canClose) {
+    const int copy = fcntl(fileno(m_file.get()), F_DUPFD_CLOEXEC, 0);
+    canClose = copy != -1 ? close(copy) == 0 : errno != EBADF;  // none left is no reason to stay open
+  }
   if (canClose && std::fclose(m_file.release()) == 0) return droError_NoError;
   return kReport(droError_OperationFailed, "Can not close file handle");
 }

@@ -12,6 +12,7 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
+#include <span>
 #include <utility>
 #include <vector>
 
@@ -68,9 +69,13 @@ bool WaitUntilReady(int descriptor, Readiness readiness, unsigned int millisecon
   int ready = -1;
   int error = EBADF;
   if (fcntl(descriptor, F_GETFD) != -1) {  // only an open descriptor has a place in a set
-    // An fd_set ends at FD_SETSIZE, but a busy server has more descriptors: the set is as long as it must be.
-    std::vector<fd_mask> bits(static_cast<std::size_t>(descriptor / NFDBITS) + 1);
-    bits.back() = static_cast<fd_mask>(1UL << (descriptor % NFDBITS));
+    // An fd_set ends at FD_SETSIZE, but a busy server has more descriptors. Only they need memory.
+    const auto word = static_cast<std::size_t>(descriptor / NFDBITS);
+    std::array<fd_mask, FD_SETSIZE / NFDBITS> few{};
+    std::vector<fd_mask> many;
+    if (word >= few.size()) many.resize(word + 1);
+    const std::span<fd_mask> bits = many.empty() ? std::span<fd_mask>(few) : std::span<fd_mask>(many);
+    bits[word] = static_cast<fd_mask>(1UL << (descriptor % NFDBITS));
     auto* const set = reinterpret_cast<fd_set*>(bits.data());
     const bool toReceive = readiness == Readiness::ToReceive;
     timeval timeOut = ToTimeval(milliseconds);

@@ -10,6 +10,7 @@
 
 #include "dro_osfile.h"
 #include "shared/vcommand.h"
+#include "shared/vfile.h"
 #include "shared/vpath.h"
 #include "vutility.h"
 
@@ -28,6 +29,12 @@ droEError AppendOutput(const droString& command, droString& io_output, vlib::Pla
   if (!output.IsOpen()) return ReportNoPipe(place);
   for (std::string printed; output.ReadLine(printed);) io_output.append(printed);
   return droError_NoError;
+}
+
+// Whether there is no such file. One that cannot be opened, for example for want of descriptors, is not
+// missing.
+bool IsMissing(const droString& path) {
+  return vlib::OpenFile(path.c_str(), "rb") == nullptr && (errno == ENOENT || errno == ENOTDIR);
 }
 
 }  // namespace
@@ -177,9 +184,12 @@ droEError droOsUtility::GetMacAddress(droArray<droString>* io_macs) {
     if (name == "." || name == "..") continue;
     // Not every entry is an interface, and one can disappear at any time, so this is not reported.
     const droString addressPath = path + name + Separator + "address";
-    if (!VUtility::FileExists(addressPath)) continue;
+    if (IsMissing(addressPath)) continue;
+    droOsFile file;
+    const droEError opened = file.Open(addressPath, "rb");
+    if (opened != droError_NoError) return opened;
     droString address;
-    const bool hasLine = droOsFile(addressPath, "rb").ReadNextLine(&address);
+    const bool hasLine = file.ReadNextLine(&address);
     if (!hasLine && address.empty()) continue;
     if (address != "00:00:00:00:00:00") io_macs->push_back(address);
   }

@@ -4,9 +4,9 @@
 
 namespace tavon {
 
-unsigned int tavApplication::Init(int argc, char** argv) {
-  // A program may be started without any argument, not even its own name.
-  FullPath = vlib::AbsolutePath(argc > 0 ? argv[0] : "");
+unsigned int tavApplication::Init(int /*argc*/, char** argv) {
+  // A program may be started without any argument, not even its own name: a null pointer ends the list.
+  FullPath = vlib::AbsolutePath(argv != nullptr && argv[0] != nullptr ? argv[0] : "");
   return 0;
 }
 

@@ -34,11 +34,17 @@ std::optional<tavString> FirstLine(const tavString& command, vlib::Place place =
   return text;
 }
 
-// For commands that print nothing when all goes well: 1 when they did not.
-int IsSilent(const std::optional<tavString>& output) { return output ? output->empty() : kNoPipe; }
+// For commands that print nothing when all goes well: 1 if they succeeded, 0 if they did not.
+int Success(const std::optional<tavString>& output) {
+  if (!output) return kNoPipe;
+  return output->empty() ? 1 : 0;
+}
 
-// For commands that print what they find: 1 when they found something.
-int IsFound(const std::optional<tavString>& output) { return output ? !output->empty() : kNoPipe; }
+// For commands that print what they find: 1 if they found something, 0 if not.
+int Answer(const std::optional<tavString>& output) {
+  if (!output) return kNoPipe;
+  return output->empty() ? 0 : 1;
+}
 
 // For commands that print a number.
 int NumberFrom(const std::optional<tavString>& output, int withoutPipe) {
@@ -50,30 +56,30 @@ int NumberFrom(const std::optional<tavString>& output, int withoutPipe) {
 const tavString tavSystemUtility::Separator = "/";
 
 int tavSystemUtility::FormatExt3(const tavString& device, unsigned short blockSize) {
-  return IsSilent(FirstLine("mkfs.ext3 " + device + " -b " + std::to_string(blockSize) + " -q"));
+  return Success(FirstLine("mkfs.ext3 " + device + " -b " + std::to_string(blockSize) + " -q"));
 }
 
 int tavSystemUtility::IsFormattedAs(const tavString& device, const tavString& type) {
-  return IsFound(FirstLine("mount | grep " + device + " | grep " + type));
+  return Answer(FirstLine("mount | grep " + device + " | grep " + type));
 }
 
 int tavSystemUtility::IsDeviceMounted(const tavString& device) {
-  return IsFound(FirstLine("mount | grep " + device));
+  return Answer(FirstLine("mount | grep " + device));
 }
 
 int tavSystemUtility::MountDevice(const tavString& device, const tavString& folder) {
-  return IsSilent(FirstLine("mount " + device + " " + folder));
+  return Success(FirstLine("mount " + device + " " + folder));
 }
 
 int tavSystemUtility::UnMountDevice(const tavString& device) {
-  return IsSilent(FirstLine("umount " + device));
+  return Success(FirstLine("umount " + device));
 }
 
-int tavSystemUtility::CreateFolder(const tavString& path) { return IsSilent(FirstLine("mkdir -p " + path)); }
+int tavSystemUtility::CreateFolder(const tavString& path) { return Success(FirstLine("mkdir -p " + path)); }
 
 int tavSystemUtility::SetFolderOwner(const tavString& folder, const tavString& owner) {
   // The second argument comes first, on purpose: chown wants the owner before the folder.
-  return IsSilent(FirstLine("chown " + owner + " -R " + folder));
+  return Success(FirstLine("chown " + owner + " -R " + folder));
 }
 
 int tavSystemUtility::DeleteFileSystem(const tavString& path) { return Execute("rm " + path); }
@@ -93,8 +99,11 @@ int tavSystemUtility::Ping(tavString host, int count) {
   if (!HasPipe(output)) return 0;
   int answers = 0;
   bool isNewLine = true;  // a long line comes in pieces, but is one answer
-  for (std::string piece; output.ReadLine(piece); isNewLine = piece.back() == '\n')
-    answers += isNewLine ? 1 : 0;
+  std::string piece;
+  while (output.ReadLine(piece)) {
+    if (isNewLine) ++answers;
+    isNewLine = piece.back() == '\n';
+  }
   return answers;
 }
 
