@@ -30,8 +30,8 @@ class Application : public tavon::tavApplication {
   unsigned int Term() override { return tavon::tavError_NoError; }
 
  protected:
-  // Sender and server are accepted and kept, but not used, on purpose: events always go to the event port of
-  // the loopback host and carry no sender.
+  // Accepted for compatibility, but without effect: an event carries no sender and always goes to the event
+  // port of the loopback host.
   tavon::tavString User;
   tavon::tavString Password;
   tavon::tavString Address;

@@ -35,7 +35,7 @@ class tavEvent {
   tavEvent() = default;
 
   // The length byte is the size of the value modulo 256, and only that many of its bytes travel: a value of
-  // 256 bytes or more is cut to the remainder (673 bytes to 161). This is on purpose, the server expects it.
+  // 256 bytes or more is cut to the remainder (673 bytes to 161). The server expects this.
   tavEvent(std::uint32_t id, std::span<const unsigned char> value);
 
   // The event for a value that is written as text, as for ura_event. The text of a weekly schedule without a

@@ -90,9 +90,9 @@ class tavObject : public tavIObject {
   void SetSuffix(const wchar_t* suffix) override;
   tavWString GetSuffix() const override;
 
-  // Dirty means changed but not yet acknowledged; it is bit 0 of the flags. Making a dirty object clean calls
-  // OnDirty, making it dirty calls nothing, on purpose: the hook belongs to the moment in which a change is
-  // acknowledged.
+  // Dirty means changed but not yet acknowledged; it is bit 0 of the flags. Despite its name, OnDirty is
+  // called when a dirty object is made clean: the change is acknowledged then. Making an object dirty
+  // calls nothing.
   bool IsDirty() const override;
   void IsDirty(bool dirty) override;
 

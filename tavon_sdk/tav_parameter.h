@@ -86,16 +86,15 @@ class tavIParameter : public tavObject, public tavIParameterBase {
   tavEError SetDataFromString(const tavString& text) override = 0;
 
   // Sets the value from bytes, as they come in an event. The parameter becomes dirty if they differ from the
-  // stored ones. Bytes beyond the size of the value are dropped. Limits that SetValue applies are not
-  // applied.
+  // stored ones. Bytes beyond the size of the value are dropped. The limits of SetValue are not applied.
   //
   // If there are fewer bytes than the value has, they replace its beginning, and `flag` decides about the
-  // rest: it becomes 0 if the flag is not 0, and stays if it is. An event wants flag 0: the single byte that
-  // switches a weekly schedule off would otherwise clear its 168 set-points.
+  // rest: 0 keeps it, any other flag clears it. But if they equal that beginning already, nothing changes,
+  // and the rest is not cleared whatever the flag. Use flag 0 for an event: the single byte that switches a
+  // weekly schedule off would otherwise clear its 168 set-points.
   //
-  // Null or empty data leaves the parameter locked by the calling thread, on purpose: an invalid write keeps
-  // every other thread out. Only the types whose value is a text ignore such data. Check the size of what
-  // came from outside first.
+  // Null or empty data leaves the parameter locked by the calling thread, which is kept for compatibility:
+  // check the size of data from outside. Only types whose value is a text ignore such data.
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override = 0;
 
   // Not supported by any type; reported with code 1.
@@ -117,7 +116,8 @@ class tavIParameter : public tavObject, public tavIParameterBase {
   // Size of the value in bytes.
   unsigned int GetDataSize() const override = 0;
 
-  // Copies the value, GetDataSize() bytes. A null buffer is reported with code 6.
+  // Copies the value, GetDataSize() bytes. A null buffer is reported with code 6. Copy an information or a
+  // camera with ValueToString instead: another thread may make its text longer between the two calls.
   void GetDataCopy(unsigned char* io_buffer) const override = 0;
 
   // True if the current value compares with the operand as the operator says. A null or empty operand gives
@@ -135,9 +135,9 @@ class tavIParameter : public tavObject, public tavIParameterBase {
   // Adds a rule to the link: if the value compares true with `dataDriver`, the target is set to `dataDriven`.
   // Both operands are copied. Returns 0 or a reported code: 6 for a null or empty operand, 5 without memory.
   //
-  // Rules are tried when this parameter is made clean, not when its value changes. So somebody must call
-  // IsDirty(false) after each change, also after a scene or another link has made it. Rules are tried in the
-  // order in which they were added, and only the first one that holds is applied.
+  // Rules are tried when this parameter is made clean, not when its value changes: call IsDirty(false) after
+  // each change, also after one that a scene or another link has made. They are tried in the order in which
+  // they were added, and only the first one that holds is applied.
   virtual unsigned int AddDrivenMapItem(tavECodeOperator op, const unsigned char* dataDriver,
                                         const unsigned int& sizeDriver, const unsigned char* dataDriven,
                                         const unsigned int& sizeDriven) = 0;
@@ -148,7 +148,7 @@ class tavIParameter : public tavObject, public tavIParameterBase {
   // Hook: a rule has set the target. Called without the lock.
   virtual void OnLinkedParameterChange() = 0;
 
-  // The bytes of the value. Does not take the lock: use GetDataCopy where another thread may set the value.
+  // The bytes of the value. Does not take the lock: use GetDataCopy if another thread may set the value.
   const unsigned char* GetData() const override = 0;
 };
 

@@ -24,8 +24,8 @@ class tavParameterAlert : public tavTypedParameter<1> {
   void SetValue(unsigned char value);
   unsigned char GetValue() const { return CopyBytes()[0]; }
 
-  // Also sets the value to the inactive one of the new sense, 1 if inverted and otherwise 0, on purpose:
-  // changing the sense must not raise an alarm.
+  // Also sets the value to the inactive one of the new sense, 1 if inverted and otherwise 0, so that changing
+  // the sense does not raise an alarm.
   void IsInverted(bool inverted);
   bool IsInverted() const;
 

@@ -31,7 +31,7 @@ class tavParameterCamera : public tavTypedParameter<1> {
   // empty text.
   tavString GetUrl(const tavString& strIp) const;
 
-  // The local URL with a terminating zero. See tavTextValue for what to mind when another thread sets it.
+  // The local URL with a terminating zero. If another thread may set it, use GetLocalUrl; see tavTextValue.
   const unsigned char* GetData() const override { return m_localUrl.GetData(); }
   unsigned int GetDataSize() const override { return m_localUrl.GetDataSize(); }
   void GetDataCopy(unsigned char* io_buffer) const override;

@@ -18,7 +18,7 @@ class tavParameterColor : public tavTypedParameter<4> {
   void SetValue(const unsigned int& v);
   void SetValue(unsigned char c0, unsigned char c1, unsigned char c2, unsigned char c3);
 
-  // `o_val` must not be null: a null pointer is reported (code 6) and then written to all the same.
+  // `o_val` must not be null: a null pointer is reported (code 6) and then written to anyway.
   void GetValue(unsigned int* o_val) const;
   // Null pointers are skipped.
   void GetValue(unsigned char* o_c0, unsigned char* o_c1, unsigned char* o_c2, unsigned char* o_c3) const;
@@ -31,8 +31,8 @@ class tavParameterColor : public tavTypedParameter<4> {
   virtual void OnRGBValue(unsigned char on) { static_cast<void>(on); }
 
   // Up to four pairs of hexadecimal digits, which follow the first "x"; without one they follow the first "X"
-  // or begin the text. A pair that is not hexadecimal gives 0, a single digit at the end is dropped, and the
-  // bytes that the text does not reach are left alone.
+  // or begin the text. A pair that is not hexadecimal gives 0, a single digit at the end is dropped, and
+  // bytes beyond the end of the text are unchanged.
   static tavEError GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer);
   // Sets a parameter known by its interface. Null does nothing; another type is reported (code 6).
   static tavEError SetDataFromString(tavIParameter* pPrm, const tavString& text);

@@ -20,7 +20,7 @@ class tavParameterInfo : public tavTypedParameter<1> {
   tavString GetValue() const { return m_text.Get(); }
   tavString ValueToString() const override { return m_text.Get(); }
 
-  // The text with a terminating zero. See tavTextValue for what to mind when another thread sets it.
+  // The text with a terminating zero. If another thread may set it, use GetValue; see tavTextValue.
   const unsigned char* GetData() const override { return m_text.GetData(); }
   unsigned int GetDataSize() const override { return m_text.GetDataSize(); }
   void GetDataCopy(unsigned char* io_buffer) const override;
@@ -28,8 +28,8 @@ class tavParameterInfo : public tavTypedParameter<1> {
   // Replaces the text by exactly `size` bytes and ignores the flag. Null or empty data does nothing.
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
-  // The ordering operators compare the lengths only: rules use them to test how long a text is. Equality
-  // compares the text with the operand up to its terminating zero, whatever its size.
+  // The ordering operators compare the lengths only, which is kept for compatibility. Equality compares the
+  // text with the operand up to its terminating zero, whatever its size.
   bool Comparison(const tavECodeOperator& op, const unsigned char* data,
                   const unsigned int& size) const override;
 

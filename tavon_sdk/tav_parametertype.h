@@ -33,9 +33,8 @@ struct tavParameterType {
   // Bytes of the value as an event carries it; 0 for a value that is the text itself.
   unsigned int size;
 
-  // Writes the bytes that a text stands for, which is not empty; the bytes that it says nothing about stay.
-  // Texts whose value is the text itself are not encoded: what is written then is only a sign that there is
-  // one.
+  // Writes the bytes for a text, which is not empty; bytes that the text does not mention stay. For a value
+  // that is the text itself it writes one byte, which says that there is a text.
   void (*encode)(const tavString& text, unsigned char* o_value);
 
   // The value as text, in the syntax of `encode`, and its comparison with an operand of the same size by one
@@ -48,7 +47,7 @@ struct tavParameterType {
 
   tavPublishedLines lines = {};
 
-  // Of this record in its source: not given, it is filled in.
+  // Where this record is in its source. Filled in automatically.
   int line = __builtin_LINE();
 
   // True for types whose value is the text itself.

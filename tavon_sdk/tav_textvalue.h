@@ -5,7 +5,7 @@
 
 namespace tavon {
 
-// A text of a parameter: what information and camera have instead of bytes of a fixed size. It is usually
+// A text of a parameter: what information and camera have instead of bytes of a fixed size. It should be
 // UTF-8, which is not checked.
 //
 // The parameter has it as a member. Every operation but GetData takes the parameter's lock.
@@ -22,14 +22,14 @@ class tavTextValue {
   // Marks the owner dirty and stores the text, if it differs.
   void Set(const tavString& text);
 
-  // The text as data: its characters and a terminating zero. Another thread may set a longer text between two
-  // of these calls, which then overflows a buffer of the former size: use Get where that can happen.
+  // The text as data: its characters and a terminating zero. If another thread may set the text, use Get
+  // instead: a longer text, set between GetDataSize and GetDataCopy, overflows the buffer.
   const unsigned char* GetData() const { return reinterpret_cast<const unsigned char*>(m_text.c_str()); }
   unsigned int GetDataSize() const;
   void GetDataCopy(unsigned char* o_buffer) const;
 
   // Stores exactly `size` bytes. Null or empty data does nothing and, unlike with other values, leaves
-  // nothing locked; so a text never becomes empty again: an empty event does not erase what users see.
+  // nothing locked. So a text never becomes empty again, which is kept for compatibility.
   void SetData(const unsigned char* data, unsigned int size);
 
  private:

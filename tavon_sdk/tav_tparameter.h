@@ -25,7 +25,7 @@ class LinkWithParameterData {
     return driver.Comparison(m_operator, m_driverData.get(), m_driverSize);
   }
 
-  // Sets the target. Bytes of its value beyond those of the rule become 0.
+  // Sets the target, with flag 1 of SetData.
   void Apply(tavIParameter& target) const { target.SetData(m_drivenData.get(), m_drivenSize, 1); }
 
  private:

@@ -19,8 +19,8 @@ float ReadFloat(const tavString& text);
 // 0 stays; any other value becomes 1.
 constexpr unsigned char OnOff(unsigned char value) { return value != 0 ? 1 : 0; }
 
-// On or off: 1 or 0. Only the low 8 bits of the number count: "257" is on, "256" is off, and scripts that
-// count in bytes rely on it.
+// On or off: 1 or 0. Only the low 8 bits of the number count, which is kept for compatibility: "257" is on,
+// "256" is off.
 void WriteOnOff(const tavString& text, unsigned char* o_value);
 
 // One byte: a number from 0 to 255.
@@ -28,13 +28,13 @@ void WriteByte(const tavString& text, unsigned char* o_value);
 tavString ByteText(const unsigned char* value);
 bool CompareBytes(tavECodeOperator op, const unsigned char* value, const unsigned char* operand);
 
-// One number in single precision. Its text has at most two decimals. Order is that of the numbers; equality
-// is that of the bytes, so that rules can tell 0.0 from -0.0, and not-a-number equals itself.
+// One number in single precision. Its text has at most two decimals. Order is that of the numbers, but
+// equality is that of the bytes: 0.0 does not equal -0.0, and not-a-number equals itself.
 void WriteFloat(const tavString& text, unsigned char* o_value);
 tavString FloatText(const unsigned char* value);
 bool CompareFloats(tavECodeOperator op, const unsigned char* value, const unsigned char* operand);
 
-// For types whose value is the text itself: one byte that says that there is one.
+// For types whose value is the text itself: one byte, 1, which says that there is a text.
 void WritePresence(const tavString& text, unsigned char* o_value);
 
 // Compares by one of the six operators; false for any other number.
