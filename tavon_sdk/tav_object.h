@@ -130,17 +130,17 @@ class tavObject : public tavIObject {
   mutable vMutex m_lock;
 
  private:
-  using Text = std::unique_ptr<wchar_t[]>;
+  using WideText = std::unique_ptr<wchar_t[]>;
 
-  void StoreText(Text& target, const wchar_t* text, const char* message, vlib::Place place);
-  tavWString CopyOf(const Text& text) const;
+  void StoreText(WideText& target, const wchar_t* text, const char* message, vlib::Place place);
+  tavWString CopyOf(const WideText& text) const;
 
   unsigned int m_uniqueId = 0;
   unsigned char m_flags = 0;
   void* m_userData = nullptr;
-  Text m_suffix;
-  Text m_name;
-  Text m_prefix;
+  WideText m_suffix;
+  WideText m_name;
+  WideText m_prefix;
 };
 
 }  // namespace tavon

@@ -43,7 +43,7 @@ void tavObject::SetSuffix(const wchar_t* suffix) {
 
 tavWString tavObject::GetSuffix() const { return CopyOf(m_suffix); }
 
-void tavObject::StoreText(Text& target, const wchar_t* text, const char* message, vlib::Place place) {
+void tavObject::StoreText(WideText& target, const wchar_t* text, const char* message, vlib::Place place) {
   const tavSMutex lock(&m_lock);
   const std::size_t size = std::wcslen(text) + 1;
   target.reset();
@@ -55,7 +55,7 @@ void tavObject::StoreText(Text& target, const wchar_t* text, const char* message
   std::copy_n(text, size, target.get());
 }
 
-tavWString tavObject::CopyOf(const Text& text) const {
+tavWString tavObject::CopyOf(const WideText& text) const {
   const tavSMutex lock(&m_lock);
   return text ? tavWString(text.get()) : tavWString();
 }
