@@ -14,11 +14,16 @@ ssize_t sendto(int descriptor, const void* data, std::size_t size, int flags, co
                socklen_t length) {
   return system_calls::sendto(descriptor, data, size, flags, to, length);
 }
+unsigned int sleep(unsigned int seconds) { return system_calls::sleep(seconds); }
+int usleep(useconds_t microseconds) { return system_calls::usleep(microseconds); }
 int pthread_attr_setstacksize(pthread_attr_t* attributes, std::size_t size) noexcept {
   return system_calls::pthread_attr_setstacksize(attributes, size);
 }
 int pthread_cond_signal(pthread_cond_t* condition) noexcept {
   return system_calls::pthread_cond_signal(condition);
+}
+int pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex) {
+  return system_calls::pthread_cond_wait(condition, mutex);
 }
 int pthread_mutex_init(pthread_mutex_t* o_mutex, const pthread_mutexattr_t* attributes) noexcept {
   return system_calls::pthread_mutex_init(o_mutex, attributes);
@@ -34,3 +39,5 @@ void* operator new(std::size_t bytes, const std::nothrow_t& noThrow) noexcept {
 void* operator new[](std::size_t bytes, const std::nothrow_t& noThrow) noexcept {
   return system_calls::new_array_or_null(bytes, noThrow);
 }
+void operator delete(void* memory) noexcept { system_calls::delete_object(memory); }
+void operator delete(void* memory, std::size_t) noexcept { system_calls::delete_object(memory); }

@@ -67,8 +67,8 @@ class SystemCall<Result(Arguments...)> {
   }
 
   // Every call gives this result and does nothing, such as the error number of a thread function.
-  [[nodiscard]] Replacement Returns(Result result) {
-    return ReplaceBy([result](Arguments...) { return result; });
+  [[nodiscard]] Replacement Returns(auto result) {
+    return ReplaceBy([result](Arguments...) -> Result { return result; });
   }
 
   // What the function does when no test has taken its place.
@@ -115,18 +115,24 @@ inline constinit SystemCall<hostent*(const char*)> gethostbyname("gethostbyname"
 inline constinit SystemCall<ssize_t(int, const void*, std::size_t, int, const sockaddr*, socklen_t)> sendto(
     "sendto");
 
-// Memory: the forms of `new`
+// Memory: the forms of `new`, and `delete` of an object
 using New = SystemCall<void*(std::size_t)>;
 using NewOrNull = SystemCall<void*(std::size_t, const std::nothrow_t&)>;
 inline constinit New new_object(NameFor64Bits("_Znwm", "_Znwj"));
 inline constinit New new_array(NameFor64Bits("_Znam", "_Znaj"));
 inline constinit NewOrNull new_object_or_null(NameFor64Bits("_ZnwmRKSt9nothrow_t", "_ZnwjRKSt9nothrow_t"));
 inline constinit NewOrNull new_array_or_null(NameFor64Bits("_ZnamRKSt9nothrow_t", "_ZnajRKSt9nothrow_t"));
+inline constinit SystemCall<void(void*)> delete_object("_ZdlPv");
+
+// Pauses of the calling thread
+inline constinit SystemCall<unsigned int(unsigned int)> sleep("sleep");
+inline constinit SystemCall<int(useconds_t)> usleep("usleep");
 
 // Threads; these return their error number
 inline constinit SystemCall<int(pthread_attr_t*, std::size_t)> pthread_attr_setstacksize(
     "pthread_attr_setstacksize");
 inline constinit SystemCall<int(pthread_cond_t*)> pthread_cond_signal("pthread_cond_signal");
+inline constinit SystemCall<int(pthread_cond_t*, pthread_mutex_t*)> pthread_cond_wait("pthread_cond_wait");
 inline constinit SystemCall<int(pthread_mutex_t*, const pthread_mutexattr_t*)> pthread_mutex_init(
     "pthread_mutex_init");
 

@@ -2,11 +2,14 @@
 
 #include <memory>
 
+#include "vevent.h"
+
 // Runs one work function on a thread of its own, and lets that function wait for the request to stop.
 //
 // The work function gets this object and its argument. It should call WaitContinue (or a sibling) in a loop
 // with its period, and return as soon as that reports a stop, or whenever it is done. It must not throw or
-// destroy the object. Once it has returned the object is idle again and may be started anew.
+// destroy the object. Leaving by pthread_exit counts as returning. Once it has returned the object is idle
+// again and may be started anew.
 //
 // Any thread may call any operation, and several may do so at the same time. The object may be destroyed
 // while Running() is false; destroying it earlier stops the thread and waits for its end, which its own work
@@ -25,7 +28,8 @@
 // though the object says otherwise: stopping or destroying it there waits forever. Such a child must exec or
 // _exit.
 //
-// Errors are reported by return value only, except that constructors throw std::bad_alloc without memory.
+// Errors are reported by return value only; nothing throws. An object that was made without memory has no
+// thread and no work, whatever is called: Start reports it.
 class VThread {
  public:
   // The work function: gets its thread and the argument given with it.
@@ -54,14 +58,16 @@ class VThread {
   void SetWork(Work work, void* argument);
 
   // Lets a held thread begin its work. Otherwise stops a running thread and makes a new one, with a stack of
-  // that many bytes (0: the system's default). True on success. Fails without a work function, when the
-  // system has no resources, and when the running thread cannot be waited for: a work function that restarts
-  // itself only stops.
+  // that many bytes (0: the system's default). True on success. Fails without a work function, and when the
+  // system has no resources.
+  //
+  // A work function that restarts its own thread cannot wait for its own end, and nobody waits for that of an
+  // auto-release object. Their work is only asked to stop; the new thread is made at once and begins its work
+  // when the old work has returned. An auto-release object then destroys itself after the last of its runs.
   bool Start(unsigned long stackSize);
   // The same; 0 on success, -2 without a work function, otherwise an error number of the system: EINVAL (22)
-  // for a stack that is too small, EAGAIN (11) for too many threads or no memory, ENOMEM (12) when the object
-  // was made without the resources for its stop event, so that its thread could not be stopped, EDEADLK (35)
-  // when the running thread cannot be waited for, from its own work or because the object releases itself.
+  // for a stack that is too small, EAGAIN (11) for too many threads, ENOMEM (12) for no memory, now or when
+  // the object was made.
   int Start2(unsigned long stackSize);
 
   // Makes a thread that is held (true) or not (false); true on success. If a held one cannot be made, the
@@ -71,8 +77,9 @@ class VThread {
   // Makes the object destroy itself at the end of its work. Ignored when there is a thread already.
   void SetAutoRelease(bool on);
 
-  // Asks the work to end and waits until it has. Only asks when called by the work function itself, or for an
-  // auto-release object. Does nothing when there is no thread.
+  // Asks the work to end, also that of a new thread which has not begun yet, and waits until it has. Only
+  // asks when called by the work function itself, or for an auto-release object. Does nothing when there is
+  // no thread.
   void Stop();
 
   // Sends the thread the interrupt signal (2), which ends the program unless it handles it. 0, also when
@@ -93,15 +100,18 @@ class VThread {
 
   // True while there is a thread, held or working.
   bool Running() const;
-  // 0 when there is no thread. The thread itself sets its id, so that it is known a moment later than the
-  // handle.
+  // Of the latest thread; 0 when there is none. The thread itself sets its id when its turn has come, so that
+  // it is known a moment later than the handle.
   unsigned long GetThreadHandle() const;
   unsigned long GetThreadID() const;
 
  private:
   class State;
 
-  static void* workStatic(void* state);
+  static std::shared_ptr<State> MakeState(VThread* object);
+  static void* workStatic(void* run);
 
+  VEvent m_stopEvent;
+  // Shared with the thread and with the calls that are under way. Null when there was no memory for it.
   const std::shared_ptr<State> m_state;
 };

@@ -1,28 +1,35 @@
 #include "vthread.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <pthread.h>
 
 #include <atomic>
 #include <barrier>
 #include <cerrno>
+#include <csignal>
+#include <cstddef>
+#include <fstream>
 #include <future>
+#include <optional>
 #include <thread>
+#include <vector>
 
+#include "await.h"
+#include "failing_allocation.h"
 #include "system_calls.h"
 #include "test_clock.h"
+
+using testing::ElementsAre;
 
 namespace {
 
 constexpr unsigned long kStackSize = 262144;
+constexpr unsigned long kMegabyte = 1048576;
 
-void Until(const auto& condition) {
-  while (!condition()) std::this_thread::yield();
-}
-
-void RunToItsEnd(VThread::Work work) {
-  VThread thread(work, nullptr, false);
-  EXPECT_TRUE(thread.Start(kStackSize));
-  Until([&] { return !thread.Running(); });
+void RunToItsEnd(VThread& thread, unsigned long stackSize = kStackSize) {
+  EXPECT_TRUE(thread.Start(stackSize));
+  Await([&] { return !thread.Running(); });
 }
 
 // A thread with what a test sees of its work: it goes on until it is stopped.
@@ -40,11 +47,14 @@ struct WorkingThread {
   VThread thread{Work, this, false};
 };
 
+// A work that only counts its runs.
+void CountRun(VThread*, void* io_runs) { ++*static_cast<std::atomic<int>*>(io_runs); }
+
 TEST(VThread, HasAThreadUntilItsWorkIsStopped) {
   WorkingThread working;
   EXPECT_TRUE(working.Start());
   EXPECT_TRUE(working.Start()) << "which ends the run before";
-  Until([&] { return working.runs == 2; });
+  Await([&] { return working.runs == 2; });
   EXPECT_TRUE(working.thread.Running());
   EXPECT_NE(working.thread.GetThreadHandle(), 0U);
   EXPECT_EQ(working.thread.GetThreadID(), working.thread.GetThreadHandle());
@@ -55,45 +65,217 @@ TEST(VThread, HasAThreadUntilItsWorkIsStopped) {
   EXPECT_EQ(working.thread.GetThreadID(), 0U);
 }
 
+TEST(VThread, IsHeldBeforeItsWorkEachTimeUntilTheNextStart) {
+  std::atomic<int> runsOfFirstWork{0}, runsOfLastWork{0};
+  VThread thread;
+  for (int round = 1; round <= 2; ++round) {
+    thread.SetWork(CountRun, &runsOfFirstWork);
+    EXPECT_TRUE(thread.CreateSuspended(true));
+    Await([&] { return thread.GetThreadID() != 0; });
+    thread.SetWork(CountRun, &runsOfLastWork);  // comes too late for a thread that is not held
+    ASSERT_EQ(runsOfFirstWork, 0) << round;
+    EXPECT_TRUE(thread.Start(0));
+    Await([&] { return !thread.Running(); });
+    EXPECT_EQ(runsOfLastWork, round);
+  }
+}
+
 TEST(VThread, StopOfAHeldThreadWaitsUntilAnotherLetsItGo) {
-  std::atomic<bool> hasWorked{false};
-  const auto work = [](VThread*, void* flag) { *static_cast<std::atomic<bool>*>(flag) = true; };
-  VThread thread(work, &hasWorked, true);
+  std::atomic<int> runs{0};
+  VThread thread(CountRun, &runs, true);
   auto stopped = std::async(std::launch::async, [&] { thread.Stop(); });
   EXPECT_EQ(stopped.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
-  EXPECT_FALSE(hasWorked);
+  EXPECT_EQ(runs, 0);
   thread.Start(0);
   stopped.get();
-  EXPECT_TRUE(hasWorked);
+  EXPECT_EQ(runs, 1);
 }
 
 TEST(VThread, EveryWaitLetsTheWorkGoOnUntilAStop) {
   const TestClock clock(std::chrono::microseconds(1000600000));
-  RunToItsEnd([](VThread* self, void*) {
-    EXPECT_TRUE(self->WaitContinue(0));
-    EXPECT_TRUE(self->WaitContinueUntil(1));
-    EXPECT_EQ(self->WaitContinueRet(0), 110);
-    EXPECT_EQ(self->WaitContinueUntilRet(1), 110);
-    // More microseconds than one second can take are refused at once.
-    EXPECT_TRUE(self->WaitContinue(60, 1400000));
-    EXPECT_TRUE(self->WaitContinueUntil(2000, 1000000));
-    EXPECT_EQ(self->WaitContinueRet(60, 1400000), 111);
-    EXPECT_EQ(self->WaitContinueUntilRet(2000, 1000000), 111);
-    self->Stop();  // only asks, for the work cannot wait for its own end
-    EXPECT_FALSE(self->WaitContinue(60000));
-    EXPECT_FALSE(self->WaitContinue(60, 0));
-    EXPECT_FALSE(self->WaitContinueUntil(1));
-    EXPECT_FALSE(self->WaitContinueUntil(0xFFFFFFFF, 0));
-    EXPECT_EQ(self->WaitContinueRet(60000), 0);
-    EXPECT_EQ(self->WaitContinueRet(60, 0), 0);
-    EXPECT_EQ(self->WaitContinueUntilRet(1), 0);
-    EXPECT_EQ(self->WaitContinueUntilRet(0xFFFFFFFF, 0), 0);
+  VThread thread(
+      [](VThread* self, void*) {
+        EXPECT_TRUE(self->WaitContinue(0));
+        EXPECT_TRUE(self->WaitContinueUntil(1));
+        EXPECT_EQ(self->WaitContinueRet(0), 110);
+        EXPECT_EQ(self->WaitContinueUntilRet(1), 110);
+        self->Stop();  // only asks, for the work cannot wait for its own end
+        EXPECT_FALSE(self->WaitContinue(60000));
+        EXPECT_FALSE(self->WaitContinue(60, 0));
+        EXPECT_FALSE(self->WaitContinueUntil(1));
+        EXPECT_FALSE(self->WaitContinueUntil(0xFFFFFFFF, 0));
+        EXPECT_EQ(self->WaitContinueRet(60000), 0);
+        EXPECT_EQ(self->WaitContinueRet(60, 0), 0);
+        EXPECT_EQ(self->WaitContinueUntilRet(1), 0);
+        EXPECT_EQ(self->WaitContinueUntilRet(0xFFFFFFFF, 0), 0);
+      },
+      nullptr, false);
+  RunToItsEnd(thread);
+}
+
+TEST(VThread, ForgetsAStopWithTheRunThatItEnded) {
+  bool mayGoOn = false;
+  VThread thread(
+      [](VThread* self, void* o_mayGoOn) {
+        *static_cast<bool*>(o_mayGoOn) = self->WaitContinue(0);
+        self->Stop();
+      },
+      &mayGoOn, false);
+  RunToItsEnd(thread);
+  EXPECT_TRUE(mayGoOn);
+  RunToItsEnd(thread);
+  EXPECT_TRUE(mayGoOn);
+}
+
+TEST(VThread, WorkThatRestartsItselfIsAtWorkAgainWhenItHasReturned) {
+  static std::atomic<bool> isNextWaiting;
+  const auto watch = system_calls::pthread_cond_wait.ReplaceBy([](auto* condition, auto* mutex) {
+    isNextWaiting = true;
+    return system_calls::pthread_cond_wait.Real(condition, mutex);
   });
+  std::vector<bool> mayGoOn;  // of each run
+  VThread thread(
+      [](VThread* self, void* io_mayGoOn) {
+        auto& runs = *static_cast<std::vector<bool>*>(io_mayGoOn);
+        runs.push_back(self->WaitContinue(0));
+        if (runs.size() == 3) return;
+        isNextWaiting = false;
+        EXPECT_EQ(self->Start2(kStackSize), 0);
+        EXPECT_FALSE(self->WaitContinue(0)) << "it must end first";
+        Await([] { return isNextWaiting.load(); });
+        if (runs.size() == 2) self->Stop();
+      },
+      &mayGoOn, false);
+  RunToItsEnd(thread);
+  EXPECT_THAT(mayGoOn, ElementsAre(true, true, false)) << "the last is stopped before it begins";
+}
+
+TEST(VThread, DestructorEndsARunThatTheStoppedWorkStarts) {
+  std::atomic<int> runs{0};
+  {
+    VThread thread(
+        [](VThread* self, void* io_runs) {
+          while (self->WaitContinue(60000)) continue;
+          const bool isFirst = *static_cast<std::atomic<int>*>(io_runs) == 0;
+          if (isFirst) self->Start(kStackSize);
+          CountRun(self, io_runs);
+        },
+        &runs, false);
+    EXPECT_TRUE(thread.Start(kStackSize));
+  }
+  EXPECT_EQ(runs, 2);
+}
+
+TEST(VThread, AutoReleaseObjectIsOnlyAskedToStopAndFreesItselfAfterItsLastRun) {
+  static VThread* object = nullptr;
+  static std::atomic<bool> mayEnd;
+  static std::atomic<int> runs, runsWhenFreed;
+  mayEnd = false;
+  runs = runsWhenFreed = 0;
+  // Static, since the object's thread may still be inside `delete` when the test ends.
+  static const auto watch = system_calls::delete_object.ReplaceBy([](void* memory) {
+    system_calls::delete_object.Real(memory);
+    if (memory == object) runsWhenFreed = runs.load();
+  });
+  object = new VThread(
+      [](VThread* self, void*) {
+        Await([] { return mayEnd.load(); });
+        const bool isFirst = ++runs == 1;
+        EXPECT_EQ(isFirst ? self->Start2(kStackSize) : 0, 0);
+      },
+      nullptr, false);
+  object->SetAutoRelease(true);
+  EXPECT_TRUE(object->Start(kStackSize));
+  object->Stop();
+  EXPECT_TRUE(object->Running());
+  mayEnd = true;
+  Await([] { return runsWhenFreed != 0; });
+  EXPECT_EQ(runsWhenFreed, 2);
+}
+
+TEST(VThread, WorkMayLeaveByPthreadExit) {
+  std::atomic<int> runs{0};
+  VThread thread(
+      [](VThread* self, void* io_runs) {
+        CountRun(self, io_runs);
+        pthread_exit(nullptr);
+      },
+      &runs, false);
+  RunToItsEnd(thread);
+  RunToItsEnd(thread);
+  EXPECT_EQ(runs, 2);
+}
+
+TEST(VThread, ThatEndsByItselfLeavesNoStackBehind) {
+  const auto addressSpace = [] {
+    std::size_t pages = 0;
+    std::ifstream("/proc/self/statm") >> pages;
+    return pages * 4096 / kMegabyte;
+  };
+  constexpr int runs = 40;
+  constexpr std::size_t stack = 16, ofTheSystem = 100;  // which keeps some stacks for the next threads
+  static_assert(runs * stack > 4 * ofTheSystem);
+  VThread thread([](VThread*, void*) {}, nullptr, false);
+  RunToItsEnd(thread);
+  const std::size_t before = addressSpace();
+  for (int run = 0; run < runs; ++run) RunToItsEnd(thread, stack * kMegabyte);
+  Await([&] { return addressSpace() < before + ofTheSystem; });
+}
+
+TEST(VThread, HasAStackOfTheSizeThatIsAskedFor) {
+  std::size_t size = 0;
+  VThread thread(
+      [](VThread*, void* o_size) {
+        pthread_attr_t attributes;
+        pthread_getattr_np(pthread_self(), &attributes);
+        pthread_attr_getstacksize(&attributes, static_cast<std::size_t*>(o_size));
+        pthread_attr_destroy(&attributes);
+      },
+      &size, false);
+  for (const unsigned long megabytes : {1, 32}) {
+    RunToItsEnd(thread, megabytes * kMegabyte);
+    EXPECT_GE(size, megabytes * kMegabyte - 65536);
+    EXPECT_LE(size, megabytes * kMegabyte + 65536);
+  }
+}
+
+TEST(VThread, KillInterruptsItsThread) {
+  static std::atomic<unsigned long> interrupted;
+  interrupted = 0;
+  const auto before = std::signal(SIGINT, [](int) { interrupted = VThread::GetCurrentThreadID(); });
+  WorkingThread working;
+  EXPECT_EQ(working.thread.Kill(), 0) << "there is no thread";
+  EXPECT_EQ(interrupted, 0U);
+  working.Start();
+  EXPECT_EQ(working.thread.Kill(), 0);
+  Await([] { return interrupted != 0; });
+  EXPECT_TRUE(VThread::EqualThread(interrupted, working.thread.GetThreadHandle()));
+  EXPECT_FALSE(VThread::EqualThread(interrupted, VThread::GetCurrentThreadHandle()));
+  EXPECT_TRUE(working.thread.Running());
+  working.thread.Stop();
+  std::signal(SIGINT, before);
+}
+
+TEST(VThread, SleepsSecondsMillisecondsOrMicroseconds) {
+  std::vector<unsigned int> seconds, microseconds;
+  const auto sleep = system_calls::sleep.ReplaceBy([&](unsigned int time) {
+    seconds.push_back(time);
+    return 0U;
+  });
+  const auto usleep = system_calls::usleep.ReplaceBy([&](useconds_t time) {
+    microseconds.push_back(time);
+    return 0;
+  });
+  VThread::SleepS(3);
+  VThread::SleepM(20);
+  VThread::SleepU(40);
+  VThread::SleepM(4294968);  // 2^32 microseconds, and 704
+  EXPECT_THAT(seconds, ElementsAre(3));
+  EXPECT_THAT(microseconds, ElementsAre(20000, 40, 704));
 }
 
 TEST(VThread, TellsWhyItDoesNotStart) {
   EXPECT_EQ(VThread().Start2(kStackSize), -2) << "there is no work";
-  RunToItsEnd([](VThread* self, void*) { EXPECT_EQ(self->Start2(0), EDEADLK) << "by its own work"; });
   WorkingThread working;
   EXPECT_EQ(working.thread.Start2(1), EINVAL) << "a stack of one byte";
   const auto noThreads = system_calls::pthread_attr_setstacksize.Returns(EAGAIN);
@@ -102,18 +284,30 @@ TEST(VThread, TellsWhyItDoesNotStart) {
   EXPECT_EQ(WorkingThread().thread.Start2(0), ENOMEM) << "it could not be stopped";
 }
 
-TEST(VThread, AutoReleaseObjectIsOnlyAskedToStopAndFreesItself) {
-  static std::atomic<bool> mayEnd{false}, hasEnded{false};
-  const auto work = [](VThread*, void*) {
-    Until([] { return mayEnd.load(); });
-    hasEnded = true;
-  };
-  auto* const thread = new VThread(work, nullptr, false);
-  thread->SetAutoRelease(true);
-  thread->Start(kStackSize);
-  thread->Stop();
-  mayEnd = true;
-  Until([] { return hasEnded.load(); });
+TEST(VThread, MadeWithoutMemoryHasNoThread) {
+  std::optional<WorkingThread> working;
+  {
+    const auto shortage = FailingAllocation::OfAtLeast(1);
+    working.emplace();
+  }
+  VThread& thread = working->thread;
+  thread.SetWork(WorkingThread::Work, &*working);
+  thread.SetAutoRelease(true);
+  EXPECT_EQ(thread.Start2(0), ENOMEM);
+  EXPECT_FALSE(thread.CreateSuspended(true));
+  thread.Stop();
+  EXPECT_EQ(thread.Kill(), 0);
+  EXPECT_FALSE(thread.Running());
+  EXPECT_EQ(thread.GetThreadID(), 0U);
+}
+
+TEST(VThread, StartsOnceThereIsMemory) {
+  WorkingThread working;
+  {
+    const auto shortage = FailingAllocation::OfAtLeast(1);
+    EXPECT_EQ(working.thread.Start2(0), ENOMEM);
+  }
+  EXPECT_EQ(working.thread.Start2(0), 0);
 }
 
 TEST(VThread, LetsAnyThreadCallAnyOperation) {
