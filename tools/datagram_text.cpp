@@ -38,23 +38,6 @@ bool TakePrintable(std::string::const_iterator& position, std::string::const_ite
   }
 }
 
-// Text that stays on its line and moves no cursor: bytes that are not printable become "\\x0A".
-std::string Printable(const std::string& text) {
-  std::string printable;
-  for (auto position = text.begin(); position != text.end();) {
-    const auto start = position;
-    if (TakePrintable(position, text.end())) {
-      printable.append(start, position);
-      continue;
-    }
-    for (const char c : std::string(start, position)) {
-      const auto byte = static_cast<unsigned char>(c);
-      printable += std::string("\\x") + kDigits[byte >> 4] + kDigits[byte & 15];
-    }
-  }
-  return printable;
-}
-
 // What the value means to a parameter; empty when there are no bytes to set it to.
 std::string Meaning(std::span<const unsigned char> value, tavon::tavIParameter& parameter) {
   if (value.empty()) return {};
@@ -71,6 +54,22 @@ std::string Meaning(std::span<const unsigned char> value, tavon::tavIParameter& 
 }
 
 }  // namespace
+
+std::string Printable(const std::string& text) {
+  std::string printable;
+  for (auto position = text.begin(); position != text.end();) {
+    const auto start = position;
+    if (TakePrintable(position, text.end())) {
+      printable.append(start, position);
+      continue;
+    }
+    for (const char c : std::string(start, position)) {
+      const auto byte = static_cast<unsigned char>(c);
+      printable += std::string("\\x") + kDigits[byte >> 4] + kDigits[byte & 15];
+    }
+  }
+  return printable;
+}
 
 std::string DatagramText(std::span<const unsigned char> datagram, tavon::tavIParameter* parameter) {
   if (datagram.size() < tavEvent::SmallestDatagram) {

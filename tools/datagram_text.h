@@ -14,3 +14,6 @@
 // and asked for its text, " means 1". A value that is not sent whole, such as a weekly schedule, is shown for
 // what it is: " means the first 161 of 673 bytes".
 std::string DatagramText(std::span<const unsigned char> datagram, tavon::tavIParameter* parameter = nullptr);
+
+// Text that stays on its line and moves no cursor: bytes that are not printable UTF-8 become "\\x0A".
+std::string Printable(const std::string& text);
