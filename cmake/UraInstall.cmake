@@ -2,9 +2,9 @@
 
 include(CMakePackageConfigHelpers)
 
-install(TARGETS ura_event ura_listen RUNTIME COMPONENT programs)
-install(FILES man/ura_event.1 man/ura_listen.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT programs)
-install(FILES completions/ura_event completions/ura_listen
+install(TARGETS ura_event ura_listen ura_send RUNTIME COMPONENT programs)
+install(FILES man/ura_event.1 man/ura_listen.1 man/ura_send.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1" COMPONENT programs)
+install(FILES completions/ura_event completions/ura_listen completions/ura_send
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT programs)
 install(DIRECTORY packaging/examples DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/ura-event" COMPONENT programs)
 

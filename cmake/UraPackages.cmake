@@ -36,7 +36,8 @@ ura_event sets one parameter of an Ura server on the same machine (a switch, a
 slider, a colour, a shutter, a thermostat, a schedule, a scene) by sending it
 one datagram. Scripts and timers run it once for each event.
 
-ura_listen takes the server's place and shows the events that arrive.")
+ura_send sends one event or thousands, checked, and no faster than the server
+reads. ura_listen takes the server's place and shows the events that arrive.")
 
 set(CPACK_DEBIAN_SDK_PACKAGE_NAME ura-sdk-dev)
 # The SDKs of several architectures may be installed together. CPack has no name for that field before 3.31, so it
