@@ -33,7 +33,7 @@ enum droELogLevel : unsigned int {
   droLogLevel_Console = 1,   // print it in colour on standard output
   droLogLevel_File = 2,      // append it to droError::LogFile
   droLogLevel_Throw = 4,     // throw a copy of it
-  droLogLevel_CallBack = 8,  // call droError::ShowErrorCallBack; not looked at when the record is thrown
+  droLogLevel_CallBack = 8,  // call droError::ShowErrorCallBack, unless the record is thrown
 };
 
 // One report: its code and the complete text that is printed and written.
@@ -47,10 +47,8 @@ class droError {
   droEError GetError() const { return m_code; }
   droString GetDescription() const { return m_description; }
 
-  // Deletes the log file with droOsUtility::FileDelete and returns its result. The count of written bytes
-  // goes on: a program that deletes its log sets _current_log_filesize to 0 as well. Otherwise, once the
-  // count passes the limit while there is no file, every entry is lost with the report that the file cannot
-  // be rebuilt.
+  // Deletes the log file with droOsUtility::FileDelete and returns its result. Set _current_log_filesize to 0
+  // afterwards, see LogFileSize.
   static droEError DeleteLog();
 
   // droELogLevel values, added; droLogLevel_Console unless set.

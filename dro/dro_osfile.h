@@ -45,8 +45,8 @@ class droOsFile {
   int Read(unsigned char* o_buffer, unsigned int count);
   int Write(const unsigned char* buffer, unsigned int count);
 
-  // Prints in the manner of printf and returns the number of bytes, or a negative number when that fails. A
-  // full disk may show only when the file is closed. 2 when closed.
+  // Prints printf-style and returns the number of bytes, or a negative number when that fails. A full disk
+  // may show only when the file is closed. 2 when closed.
   int WriteText(const char* format, ...) __attribute__((format(printf, 2, 3)));
 
   // Reads up to the next line feed, which is left out. True when there was one; false at the end of the file,
@@ -61,8 +61,8 @@ class droOsFile {
   long GetPosition() const;
 
   // Set the position: to the start, to the end, to `offset` bytes from the start, by `offset` bytes from
-  // where it is. The results are inverted, and callers rely on that: 2 and a report when the position was
-  // set, 0 without a report when it could not be set. 2 when closed, too.
+  // where it is. The results are inverted, which is kept for compatibility: 2 and a report when the position
+  // was set, 0 without a report when it could not be set. 2 when closed, too.
   droEError SetToStart();
   droEError SetToEnd();
   droEError SetTo(long offset);

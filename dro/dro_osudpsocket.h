@@ -9,7 +9,7 @@
 
 namespace dro {
 
-// The type of a socket. The socket only keeps it for its user, who may use other values than this one.
+// The type of a socket, which the socket only stores. Callers may use other values than this one.
 enum droEOsSocketType : std::int32_t {
   droOsSocketType_Udp = 16,
 };
@@ -47,7 +47,7 @@ class droOsUdpSocket : public droIOsUdpSocket {
   droOsUdpSocket();
   // No descriptor yet: Reset opens one.
   explicit droOsUdpSocket(const droEOsSocketType& type);
-  // Takes over an open descriptor, bound or not, and closes it in the end. 0 is reported and counts as none.
+  // Takes over an open descriptor, bound or not: the destructor closes it. 0 is reported and counts as none.
   droOsUdpSocket(const droEOsSocketType& type, int descriptor);
   ~droOsUdpSocket() override;
   droOsUdpSocket(const droOsUdpSocket&) = delete;
@@ -62,8 +62,8 @@ class droOsUdpSocket : public droIOsUdpSocket {
   // The type given to the constructor.
   droEOsSocketType GetType() const override { return m_type; }
 
-  // True unless the descriptor is 0. A descriptor of -1, which a failed attempt to open one leaves, counts as
-  // valid: the next operation that uses it reports the failure.
+  // True unless the descriptor is 0. -1, which remains when opening one failed, counts as valid: the next
+  // operation that uses it reports the failure.
   bool IsValid() const override { return m_descriptor != 0; }
 
   // Sets the destination, with or without a descriptor: a dotted address, or a name, which is looked up. A
@@ -72,7 +72,7 @@ class droOsUdpSocket : public droIOsUdpSocket {
   droEError SetTo(const droString& host, unsigned short port);
 
   // Binds the descriptor, so that it receives what is sent to the port. Host and port as for SetTo; an empty
-  // host stands for all addresses of this machine, and port 0 for any free one. 0, or 10 when the port is
+  // host means all addresses of this machine, and port 0 any free port. 0, or 10 when the port is
   // taken or the name is unknown; after "Can not bind socket", errno is the system's reason.
   droEError Bind(const droString& host, unsigned short port);
 
@@ -93,22 +93,22 @@ class droOsUdpSocket : public droIOsUdpSocket {
   bool IsReadyToReceive(unsigned int milliseconds) const override;
   bool IsReadyToSend(unsigned int milliseconds) const override;
 
-  // How many milliseconds Receive and Send wait; 0 is without limit. The setters return true on success, the
+  // How many milliseconds Receive and Send wait; 0 means no limit. The setters return true on success, the
   // getters 0 on failure.
   bool SetReceiveTimeOut(const unsigned int& milliseconds) override;
   unsigned int GetReceiveTimeOut() const override;
   bool SetSendTimeOut(const unsigned int& milliseconds) override;
   unsigned int GetSendTimeOut() const override;
 
-  // The size of the kernel's send buffer in bytes, which stands for the largest message; 0 on failure.
+  // The size of the kernel's send buffer in bytes, taken as that of the largest message; 0 on failure.
   unsigned int GetMaxMessageSize() const override;
 
   // Closes the descriptor and forgets it and the destination, whatever fails. 0, or the code of the last
   // failure. Without a descriptor nothing happens, and a destination that was set stays.
   droEError Close() override;
 
-  // Sends to the whole local network, port `port`, the packet that wakes up the machine whose hardware
-  // address is the six raw bytes at `mac`. 0, or 2 when the packet was not sent in full.
+  // Broadcasts the packet that wakes up a machine to port `port` of the local network. `mac` is the machine's
+  // hardware address, six raw bytes. 0, or 2 when the packet was not sent in full.
   static droEError WakeOnLan(const unsigned char* mac, unsigned short port);
 
  private:

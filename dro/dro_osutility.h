@@ -21,7 +21,7 @@ class droOsUtility {
   // What separates the folders of a path: "/".
   static const droString Separator;
 
-  // A copy of what a folder says about one of its entries, or of nothing.
+  // A copy of one entry of a folder, or no entry.
   class FolderFile {
    public:
     FolderFile() = default;
@@ -30,8 +30,7 @@ class droOsUtility {
 
     // True when there is an entry.
     bool IsValid() const { return !m_name.empty(); }
-    // False for a symbolic link to a directory, and where the file system does not tell the type of its
-    // entries.
+    // False for a symbolic link to a directory, and on file systems that do not report types.
     bool IsDirectory() const { return m_isDirectory; }
     // Empty when there is no entry.
     droString GetName() const { return m_name; }
@@ -124,8 +123,8 @@ class droOsUtility {
   static unsigned long GetSourceSize(const droString& device);
 
   // Appends the hardware address of each network interface, such as "02:00:5e:10:00:01", in the order in
-  // which the system lists them. The loopback interface is left out. Ends with the code of the failure when
-  // an address cannot be read for want of descriptors.
+  // which the system lists them. The loopback interface is left out. If there are too few descriptors to read
+  // an address, the result is the code of that failure.
   static droEError GetMacAddress(droArray<droString>* io_macs);
 };
 

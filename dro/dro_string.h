@@ -39,7 +39,7 @@ class droString : public VStringBase<droString> {
   droString& EraseCharAt(const unsigned int& position);
 
   // Removes the characters that occur in `characters` from the start (`left`) or from the end. A text that
-  // consists of such characters only stays whole, except that one of exactly two loses its last when trimmed
+  // consists only of such characters is unchanged, except that one of exactly two loses its last when trimmed
   // at the end.
   droString& SetShrink(const droString& characters, bool left);
 
@@ -49,9 +49,9 @@ class droString : public VStringBase<droString> {
   static bool IsHexChar(char character);
   static bool IsDigit(char character);
 
-  // Stores the text between two markers in `o_text` and returns the position of the begin marker, which is
-  // searched from `start` on; the end marker is searched from `start` characters behind the begin marker. -1,
-  // with `o_text` unchanged, when a marker is missing, nothing follows the begin marker, or `o_text` is null.
+  // Stores the text between two markers in `o_text` and returns the position of the begin marker. The search
+  // for it begins at `start`, and that for the end marker `start` characters behind it. -1, with `o_text`
+  // unchanged, when a marker is missing, nothing follows the begin marker, or `o_text` is null.
   int Extract(droString* o_text, const droString& beginMarker, const droString& endMarker, bool noCase,
               const unsigned int& start) const;
 
@@ -59,8 +59,8 @@ class droString : public VStringBase<droString> {
   // A null list or an empty separator does nothing.
   void GetSplit(droArray<droString>* io_pieces, const droString& separator) const;
 
-  // Takes the pieces that are not empty alternately as key and value, and inserts each pair whose key is not
-  // yet in the map. A last key without a value is left out; a null map does nothing.
+  // Takes the non-empty pieces alternately as key and value, and inserts each pair whose key is not yet in
+  // the map. A last key without a value is left out; a null map does nothing.
   void GetSplitAsMap(droMap<droString, droString>* io_map, const droString& separator) const;
 
   // The number at the start of a text, 0 when there is none. It stops at the limits of 64 bits.
@@ -84,7 +84,7 @@ class droString : public VStringBase<droString> {
   // Writes the wide form of a UTF-8 text into a buffer of `length` characters, see CharToWide.
   static void AsWide(const droString& text, wchar_t* o_buffer, unsigned int length);
 
-  // Reads a serial number such as "01:A4:FF": each piece between separators that is not empty is a
+  // Reads a serial number such as "01:A4:FF": each non-empty piece between separators is a
   // hexadecimal number, whose low 8 bits are appended to `io_data` as one byte. A non-numeric piece reads as
   // 0.
   static void SerialStringToData(droArray<unsigned char>* io_data, const droString& serial,

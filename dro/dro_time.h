@@ -41,8 +41,8 @@ class droTime {
   // The same count, sign-extended from 32 bits.
   static void GetHiResTime(unsigned long long* o_milliseconds);
 
-  // Always 1000000, although GetHiResTime counts milliseconds: dividing by it gives a thousandth of the
-  // seconds. Callers know both values, so neither can change.
+  // Always 1000000, although GetHiResTime counts milliseconds, which is kept for compatibility: dividing by
+  // it gives a thousandth of the seconds.
   static void GetTimePerSecond(unsigned long long* o_rate);
 
   // Seconds of the wall clock.

@@ -14,7 +14,7 @@ class tavCommandLine {
   tavCommandLine(char* const* argv, int argc);
 
   // The arguments of a command text, separated by blanks. Several blanks count as one, even inside quotes.
-  // Any argument but the first may stand in double quotes and then contains blanks. A quote that is never
+  // Any argument but the first may be in double quotes, and then contain blanks. A quote that is never
   // closed ends the list before it. A null text counts as empty.
   tavCommandLine(const char* commandText);
 

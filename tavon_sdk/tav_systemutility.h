@@ -29,7 +29,7 @@ class tavSystemUtility {
   static int IsDeviceMounted(const tavString& device);
   static int MountDevice(const tavString& device, const tavString& folder);
   static int UnMountDevice(const tavString& device);
-  // Makes a folder and its parents. It is a success if the folder exists already.
+  // Makes a folder and its parents. Succeeds if the folder exists already.
   static int CreateFolder(const tavString& path);
   // Makes `owner` (a user, or user:group) the owner of a folder and everything in it.
   static int SetFolderOwner(const tavString& folder, const tavString& owner);

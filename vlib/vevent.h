@@ -6,16 +6,16 @@ struct timespec;
 
 // A manual-reset event: once signalled it lets every waiter through until Reset().
 //
-// Any thread may signal, reset and ask at any time. One thread waits on an event at a time: of several, a
-// Signal wakes one, and the others come out when their time is over or at the next Reset. A thread that is
-// waiting when another one signals and immediately resets always comes out, with the event signalled; one
-// that comes to the event only after that waits for the next Signal. A thread whose wait was ended by Signal
-// may destroy the event at once, even before that Signal has returned. Nothing may be waiting on an event
-// that is destroyed otherwise.
+// Any thread may signal, reset and ask at any time. Let one thread wait on an event at a time: of several, a
+// Signal wakes one, and the others return when their time is over or at the next Reset. A thread that is
+// waiting when another one signals and immediately resets always returns, with the event signalled; one that
+// begins to wait only after that waits for the next Signal. A thread whose wait was ended by Signal may
+// destroy the event at once, even before that Signal has returned. Otherwise do not destroy an event on which
+// a thread waits.
 //
 // Errors are reported by return value only; nothing throws. An event that could not be created (EventInited()
 // is false) is never signalled, and every wait on it fails at once. One that was created stays usable: a
-// reset needs nothing of the system.
+// reset needs no resources.
 //
 // Times are those of the wall clock: setting it meanwhile makes a wait longer or shorter. They have 32 bits
 // as everywhere in the system; a larger one counts as the largest of these.
@@ -25,7 +25,7 @@ struct timespec;
 //   110  the time ran out (a Signal at that very moment is seen by the next wait, unless Reset came first)
 //   111  the event is not usable, or the wait was refused
 //   112  the wait was not permitted
-// A wait takes any wake-up for the signal.
+// Any wake-up counts as the signal.
 class VEvent {
  public:
   VEvent();
@@ -39,8 +39,8 @@ class VEvent {
   // True when the event became signalled; false when it already was, or when it is not usable.
   bool Signal();
 
-  // Makes the event not signalled, and wakes whoever still waits for the signal before. Changes nothing when
-  // the event is not signalled.
+  // Makes the event not signalled, and wakes every thread that still waits for the previous signal. Does
+  // nothing when the event is not signalled.
   void Reset();
 
   // Without limit.
@@ -60,7 +60,7 @@ class VEvent {
   int WaitUntilRet(unsigned long seconds, unsigned long microseconds);
 
   // The same in milliseconds. As 32 bits reach only into February 1970, that instant is always past: these
-  // two return at once and tell whether the event is signalled, which callers use them for.
+  // two return at once, and say whether the event is signalled.
   bool WaitUntil(unsigned long milliseconds);
   int WaitUntilRet(unsigned long milliseconds);
 

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-// Numbers from and to text, alike on every machine.
+// Numbers from and to text, with the same results on every machine.
 //
 // The system's `long` has 32 bits; these functions give its results on a 64-bit build, too. Reading is
 // lenient: leading blanks and a sign are allowed, what follows the number is ignored, and non-numeric text
@@ -22,14 +22,14 @@ std::int32_t ReadSigned32(const char* text, int base);
 // Reads as strtod does.
 double ReadReal(const char* text);
 
-// Narrows to single precision, even where the processor computes in wider registers: what is compared later
-// is then exactly what will be stored.
+// Narrows to single precision, even where the processor computes in wider registers, so that the number that
+// is compared is exactly the one that is stored.
 float NarrowToFloat(double value);
 
 // Prints a real number with at most `precision` decimals. A number without fraction that fits 32 bits is
 // written as an integer; from any other, trailing "0" characters and then a trailing "." are removed. With a
-// precision of 0 the zeros of the whole number go as well (100.4 gives "1"), because texts of stored values
-// rely on it.
+// precision of 0 this also removes the zeros of the whole number (100.4 gives "1"), which is kept for
+// compatibility.
 std::string PrintReal(double value, int precision);
 
 }  // namespace vlib

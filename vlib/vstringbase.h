@@ -9,12 +9,12 @@
 #include "vnumber.h"
 #include "vtext.h"
 
-// What the system's two string classes, tavString and droString, do alike: a standard byte string with
-// editing in place, search, printf-style formatting, scrambling and numbers. It adds no data and no virtual
+// What the two string classes, tavString and droString, have in common: a standard byte string with editing
+// in place, search, printf-style formatting, scrambling and numbers. It adds no data and no virtual
 // functions.
 //
 // `Text` is the class that derives from it (VStringBase<tavString>). That class adds its own SetShrink and
-// GetSplit, whose rules differ on purpose, and reports errors to its own log. Operations named Set... edit in
+// GetSplit, whose rules differ, and reports errors to its own log. Operations named Set... edit in
 // place and return the text itself; their Get... forms return an edited copy. Only ASCII letters have a case.
 //
 // There is no lock: use a text from one thread at a time.
@@ -40,7 +40,7 @@ class VStringBase : public std::string {
     std::reverse(begin(), end());
     return Self();
   }
-  // Copies that are changed in that way.
+  // The same in a copy.
   Text GetLowCase() const { return Copy().SetLowCase(); }
   Text GetUpCase() const { return Copy().SetUpCase(); }
   Text GetReverse() const { return Copy().SetReverse(); }
@@ -70,8 +70,8 @@ class VStringBase : public std::string {
     vlib::ReplaceAll(*this, what, with, noCase);
   }
 
-  // Append (Add) or become (Set) a text printed in the manner of printf. It arrives whole: `size`, the bytes
-  // that the caller expects it to need, is a hint only.
+  // Append (Add) or become (Set) a text printed printf-style. The text is never cut: `size`, the expected
+  // number of bytes, is only a hint.
   Text& AddFormat(unsigned int /*size*/, const char* format, ...) __attribute__((format(printf, 3, 4))) {
     std::va_list arguments;
     va_start(arguments, format);
@@ -87,8 +87,8 @@ class VStringBase : public std::string {
     return Self();
   }
 
-  // Scramble the bytes with a key so that they cannot be read at a glance, and restore them. Both are the
-  // same computation, under two names that say what is meant. An empty key stands for the default key.
+  // Obfuscate the bytes with a key, and restore them. Both are the same computation. An empty key means the
+  // default key. This is no encryption.
   Text& SetCrypt(const Text& key) {
     vlib::Scramble({reinterpret_cast<unsigned char*>(data()), size()}, key);
     return Self();

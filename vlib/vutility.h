@@ -54,8 +54,8 @@ class VUtility {
   static std::string ExtractFilePath(const std::string& path) { return ExtractFilePath(path.c_str()); }
 
   // The text that begins one character after the start of the last delimiter; the whole path when there is
-  // none, an empty text when the delimiter is empty. Callers rely on exactly one character being skipped, so
-  // the rest of a longer delimiter stays in the result.
+  // none, an empty text when the delimiter is empty. The rest of a longer delimiter stays in the result,
+  // which is kept for compatibility.
   static std::string ExtractFileName(const char* path, const char* delimiter);
   static std::string ExtractFileName(const std::string& path, const std::string& delimiter) {
     return ExtractFileName(path.c_str(), delimiter.c_str());

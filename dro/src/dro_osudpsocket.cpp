@@ -50,7 +50,7 @@ int Transfer(Call call, unsigned int length, const char* failure, vlib::Place pl
       return kFailed;
     }
     kReport(droError_Warning, "Std EINTR error continue...", place);
-    if (length == 0) return kFailed;  // on purpose: without data there is nothing to lose by giving up
+    if (length == 0) return kFailed;  // kept for compatibility: a transfer of no bytes is not repeated
   }
 }
 

@@ -42,7 +42,7 @@ droString& droString::SetShrink(const droString& characters, bool left) {
   if (last != npos) {
     erase(last + 1);
   } else if (size() == 2) {
-    pop_back();  // on purpose: callers know that one of exactly two such characters stays
+    pop_back();  // kept for compatibility: one of exactly two such characters stays
   }
   return *this;
 }
@@ -65,7 +65,7 @@ int droString::Extract(droString* o_text, const droString& beginMarker, const dr
   if (found == npos) return -1;
   const std::size_t from = found + beginMarker.size();
   if (from >= size()) return -1;
-  // The start counts a second time on purpose: callers that give one skip that much of the text as well.
+  // Kept for compatibility: the start counts a second time, behind the begin marker.
   const std::size_t end = Find(endMarker, static_cast<unsigned int>(from + start), noCase, false);
   if (end == npos) return -1;
   *o_text = substr(from, end - from);
@@ -91,7 +91,7 @@ std::int64_t droString::AsLongLong(const droString& text, int base) {
   return std::strtoll(text.c_str(), nullptr, base);
 }
 
-// All three read 64 bits, so these two narrow on purpose where tavString::AsLong stops at the limits.
+// All three read 64 bits, and these two narrow, where tavString::AsLong stops at the limits.
 std::int32_t droString::AsLong(const droString& text, int base) {
   return static_cast<std::int32_t>(AsLongLong(text, base));
 }

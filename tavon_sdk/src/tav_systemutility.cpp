@@ -78,7 +78,7 @@ int tavSystemUtility::UnMountDevice(const tavString& device) {
 int tavSystemUtility::CreateFolder(const tavString& path) { return Success(FirstLine("mkdir -p " + path)); }
 
 int tavSystemUtility::SetFolderOwner(const tavString& folder, const tavString& owner) {
-  // The second argument comes first, on purpose: chown wants the owner before the folder.
+  // The second argument comes first, because chown wants the owner before the folder.
   return Success(FirstLine("chown " + owner + " -R " + folder));
 }
 
@@ -117,7 +117,7 @@ int tavSystemUtility::SuperPing(tavString host) { return Ping(host, 1) > 0 ? 1 :
 // NOLINTEND(performance-unnecessary-value-param)
 
 int tavSystemUtility::KillAll(const tavString& first, const tavString& second) {
-  // The second argument comes first, on purpose: it is the signal or another option of killall.
+  // The second argument comes first, because it is the signal or another option of killall.
   const vlib::CommandOutput output("killall " + second + " " + first);
   HasPipe(output);
   return 0;

@@ -11,7 +11,7 @@ namespace vlib {
 // this process.
 //
 // Owns the pipe. The destructor closes it and waits for the command to end; a command that is still printing
-// is then ended by SIGPIPE, so that nobody waits for unwanted output. Errors are reported by return value
+// is then ended by SIGPIPE, so that unwanted output is not waited for. Errors are reported by return value
 // only. Several threads may run commands at the same time; read one output from one thread at a time. Between
 // fork and exec the new process runs no code of this one, so other threads and their locks do not matter to
 // it.

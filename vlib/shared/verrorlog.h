@@ -4,7 +4,7 @@
 
 #include "shared/vlogfile.h"
 
-// What the two error logs, tavErrorLog and droErrorLog, do alike.
+// What the two error logs, tavErrorLog and droErrorLog, have in common.
 //
 // There is no lock: any thread may report, and records of several threads may interleave. The settings of a
 // log are made at start-up, before other threads report.
