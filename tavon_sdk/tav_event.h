@@ -17,7 +17,7 @@ namespace tavon {
 // The server reads events from a UDP port of the loopback host.
 //
 // An event is a plain value without a lock. Making, copying and reading one needs no memory and throws
-// nothing; only FromText may need memory, for its reports.
+// nothing, except to report.
 class tavEvent {
  public:
   // The UDP port of the server.

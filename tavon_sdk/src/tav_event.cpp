@@ -4,8 +4,15 @@
 #include <vector>
 
 #include "tav_parameterfactory.h"
+#include "tav_parametertype.h"
 
 namespace tavon {
+namespace {
+
+// The size of the largest value that is encoded, a weekly schedule.
+constexpr std::size_t kLargestEncoded = 673;
+
+}  // namespace
 
 tavEvent::tavEvent(std::uint32_t id, std::span<const unsigned char> value) {
   const auto length = static_cast<unsigned char>(value.size());
@@ -15,10 +22,19 @@ tavEvent::tavEvent(std::uint32_t id, std::span<const unsigned char> value) {
 }
 
 std::optional<tavEvent> tavEvent::FromText(std::uint32_t id, tavEObject type, const tavString& text) {
-  std::vector<unsigned char> value;
-  if (tavParameterFactory::StringToData(type, text, &value) != tavError_NoError) return std::nullopt;
-  if (type == tavObject_ParameterThermoChronoWeek && text.find(',') == tavString::npos) value.resize(1);
-  return tavEvent(id, value);
+  const tavParameterType* const record = tavParameterFactory::FindType(type);
+  if (text.empty() || record == nullptr) {
+    std::vector<unsigned char> none;
+    tavParameterFactory::StringToData(type, text, &none);  // reports which of them it is
+    return std::nullopt;
+  }
+  if (record->IsText())
+    return tavEvent(id, {reinterpret_cast<const unsigned char*>(text.data()), text.size()});
+
+  std::array<unsigned char, kLargestEncoded> value{};
+  record->encode(text, value.data());
+  const bool isSwitch = type == tavObject_ParameterThermoChronoWeek && text.find(',') == tavString::npos;
+  return tavEvent(id, std::span(value).first(isSwitch ? 1 : record->size));
 }
 
 std::optional<tavEvent> tavEvent::FromDatagram(const unsigned char* datagram, int size) {

@@ -6,6 +6,7 @@
 #include "tav_error.h"
 #include "tav_time.h"
 #include "tav_values.h"
+#include "vnumber.h"
 #include "vtext.h"
 
 namespace tavon {
@@ -58,12 +59,13 @@ bool WriteSchedule(const tavString& text, unsigned char* o_value) {
   const bool isList = text.find(',') != tavString::npos;
   if (isList) std::fill_n(o_value, kValueSize, static_cast<unsigned char>(0));
 
+  // Reading a number ends at the comma behind it: the pieces need no copies.
   std::size_t index = 0;  // of the piece: the active byte is piece 0, the set-points follow
   vlib::ForEachPiece(text, ",", [&](std::string_view piece, bool) {
     if (index == 0) {
-      *o_value = LowByte(std::string(piece));
+      *o_value = static_cast<unsigned char>(vlib::ReadSigned32(piece.data(), 10));
     } else if (index <= kSetPoints) {
-      StoreFloat(ReadFloat(std::string(piece)), o_value + 1 + (index - 1) * kFloatSize);
+      StoreFloat(vlib::NarrowToFloat(vlib::ReadReal(piece.data())), o_value + 1 + (index - 1) * kFloatSize);
     }
     ++index;
   });

@@ -6,6 +6,9 @@
 #include <vector>
 
 #include "expect_report.h"
+#include "failing_allocation.h"
+#include "tav_parameterfactory.h"
+#include "tav_parametertype.h"
 
 using namespace tavon;
 using testing::ElementsAre;
@@ -93,6 +96,14 @@ TEST(TavEvent, CarriesOnlyTheActiveByteOfAScheduleWithoutSetPoints) {
   };
   EXPECT_EQ(sent("3"), 1U);
   EXPECT_EQ(sent("1,"), 161U) << "the first bytes of a whole schedule";
+}
+
+TEST(TavEvent, NeedsNoMemory) {
+  const tavString week = "1,20.123456789012345678,21";
+  const auto shortage = FailingAllocation::OfAtLeast(0);
+  for (const tavParameterType* type : tavParameterFactory::GetTypes()) {
+    EXPECT_TRUE(tavEvent::FromText(42, type->id, week)) << type->name;
+  }
 }
 
 TEST(TavEvent, IsNotMadeFromNoTextOrOfNoType) {
