@@ -44,6 +44,9 @@ struct tavParameterType {
 
   // Which texts a strict program accepts for `encode`.
   tavValueSyntax syntax = {};
+  // True for a value that makes something happen rather than says how something is: a house that restarts
+  // does not set it again.
+  bool isCommand = false;
 
   tavPublishedLines lines = {};
 
@@ -52,6 +55,23 @@ struct tavParameterType {
 
   // True for types whose value is the text itself.
   constexpr bool IsText() const { return size == 0; }
+};
+
+// The part of a parameter that knows the record of its type, whatever the size of its value:
+//
+//   const auto* typed = dynamic_cast<const tavTyped*>(&parameter);
+//   if (typed != nullptr && typed->GetTypeRecord().IsText()) ...
+class tavTyped {
+ public:
+  const tavParameterType& GetTypeRecord() const { return m_type; }
+
+ protected:
+  // `type` is kept by reference.
+  explicit tavTyped(const tavParameterType& type) : m_type(type) {}
+  ~tavTyped() = default;
+
+ private:
+  const tavParameterType& m_type;
 };
 
 // --- For the classes of the types. What they report names the type's source. ---

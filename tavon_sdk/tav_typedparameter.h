@@ -11,10 +11,10 @@ namespace tavon {
 // told which type it is, and asks that record. The class adds its typed functions, its cast if it has one,
 // and its hooks. A type of your own is such a class and a record; examples/new_parameter is one.
 template <unsigned int N>
-class tavTypedParameter : public tavTParameter<N> {
+class tavTypedParameter : public tavTParameter<N>, public tavTyped {
  public:
-  tavEObject GetType() const override { return m_type.id; }
-  const char* GetTypeName() const override { return m_type.name; }
+  tavEObject GetType() const override { return GetTypeRecord().id; }
+  const char* GetTypeName() const override { return GetTypeRecord().name; }
 
   // The class of a type overrides the one that is named after it.
   tavParameterSwitch* GetParameterSwitchPtr() override { return nullptr; }
@@ -33,27 +33,29 @@ class tavTypedParameter : public tavTParameter<N> {
   tavParameterCamera* GetParameterCameraPtr() override { return nullptr; }
 
   // Invalid text is not an error: the value becomes what the type makes of it.
-  tavEError SetDataFromString(const tavString& text) override { return SetFromText(m_type, this, text); }
+  tavEError SetDataFromString(const tavString& text) override {
+    return SetFromText(GetTypeRecord(), this, text);
+  }
 
-  void SetDataValue(const dro::droValue& /*value*/) override { tavReportSetDataValue(m_type); }
-  void GetDataValue(dro::droValue* /*o_value*/) const override { tavReportGetDataValue(m_type); }
+  void SetDataValue(const dro::droValue& /*value*/) override { tavReportSetDataValue(GetTypeRecord()); }
+  void GetDataValue(dro::droValue* /*o_value*/) const override { tavReportGetDataValue(GetTypeRecord()); }
 
   // The value is read through GetData. An operand of fewer than N bytes gives false.
   bool Comparison(const tavECodeOperator& op, const unsigned char* data,
                   const unsigned int& size) const override {
     if (data == nullptr || size < N) return false;
     const tavSMutex lock(&this->m_lock);
-    return tavIsOperator(m_type, op) && m_type.compare(op, this->GetData(), data);
+    return tavIsOperator(GetTypeRecord(), op) && GetTypeRecord().compare(op, this->GetData(), data);
   }
 
   tavString ValueToString() const override {
     const tavSMutex lock(&this->m_lock);
-    return m_type.toText(this->m_value.data());
+    return GetTypeRecord().toText(this->m_value.data());
   }
 
  protected:
   // `type` is kept by reference.
-  explicit tavTypedParameter(const tavParameterType& type) : m_type(type) {}
+  explicit tavTypedParameter(const tavParameterType& type) : tavTyped(type) {}
 
   // For the typed functions: set the value through the virtual SetData, and copy it under the lock.
   void SetBytes(const std::array<unsigned char, N>& value) { this->SetData(value.data(), N, 1); }
@@ -72,9 +74,6 @@ class tavTypedParameter : public tavTParameter<N> {
     pPrm->SetData(value.data(), N, 1);
     return tavError_NoError;
   }
-
- private:
-  const tavParameterType& m_type;
 };
 
 }  // namespace tavon

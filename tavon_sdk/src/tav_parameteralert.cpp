@@ -12,6 +12,7 @@ const tavParameterType tavParameterAlert::Type{.id = tavObject_ParameterAlert,
                                                .toText = ByteText,
                                                .compare = CompareBytes,
                                                .syntax = tavOnOffSyntax,
+                                               .isCommand = true,
                                                .lines = {.noBuffer = 19}};
 
 tavParameterAlert::tavParameterAlert() : tavTypedParameter(Type) {}

@@ -12,6 +12,7 @@ const tavParameterType tavParameterHDScene::Type{.id = tavObject_ParameterHDScen
                                                  .toText = ByteText,
                                                  .compare = CompareBytes,
                                                  .syntax = tavOnOffSyntax,
+                                                 .isCommand = true,
                                                  .lines = {.noBuffer = 17}};
 
 tavParameterHDScene::tavParameterHDScene() : tavTypedParameter(Type) {}

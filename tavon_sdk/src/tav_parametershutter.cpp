@@ -38,6 +38,7 @@ const tavParameterType tavParameterShutter::Type{
     .toText = ByteText,
     .compare = CompareBytes,
     .syntax = {.form = tavValueForm_Words, .words = kCommands},
+    .isCommand = true,
     .lines = {
         .noBuffer = 26, .setDataFromString = 43, .setDataValue = 84, .getDataValue = 88, .comparison = 99}};
 

@@ -91,6 +91,7 @@ const tavParameterType tavParameterVRScene::Type{
     .toText = ByteText,
     .compare = CompareBytes,
     .syntax = {.form = tavValueForm_Words, .words = kCommands},
+    .isCommand = true,
     .lines = {
         .noBuffer = 28, .setDataFromString = 44, .setDataValue = 90, .getDataValue = 94, .comparison = 148}};
 
