@@ -44,6 +44,7 @@ struct tavParameterType {
 
   // Which texts a strict program accepts for `encode`.
   tavValueSyntax syntax = {};
+
   // True for a value that makes something happen rather than says how something is: a house that restarts
   // does not set it again.
   bool isCommand = false;

@@ -1,0 +1,312 @@
+#include "tav_house.h"
+
+#include <gmock/gmock.h>
+
+#include <cstring>
+#include <filesystem>
+#include <future>
+
+#include "expect_report.h"
+#include "object_lock.h"
+#include "tav_floatbytes.h"
+#include "tav_parameteralert.h"
+#include "tav_parameterbyte.h"
+#include "tav_parametercolor.h"
+#include "tav_parameterinfo.h"
+#include "tav_parameterslider.h"
+#include "tav_parameterswitch.h"
+#include "tav_parameterthermo.h"
+#include "tav_parameterthermochronoweek.h"
+#include "temporary_folder.h"
+
+using namespace tavon;
+using testing::ElementsAre;
+using Result = tavHouse::Result;
+
+namespace {
+
+constexpr ReportsOf kInvalid{"tav_house", 6};
+constexpr ReportsOf kFailed{"tav_house", 1};
+
+std::vector<unsigned int> IdsOf(const tavHouse& house) {
+  std::vector<unsigned int> ids;
+  house.Visit([&ids](tavIParameter& parameter) { ids.push_back(parameter.GetUniqueID()); });
+  return ids;
+}
+
+tavEvent Event(unsigned int id, std::vector<unsigned char> value) { return {id, value}; }
+
+TEST(TavHouse, VisitsInTheOrderOfAddingAndFindsById) {
+  tavHouse house;
+  tavParameterByte elsewhere;
+  elsewhere.SetUniqueID(3);
+  const tavParameterSwitch* const lamp = house.Make<tavParameterSwitch>(7, L"Lamp");
+  EXPECT_EQ(house.Add(elsewhere), tavError_NoError);
+  house.Make<tavParameterSlider>(5, L"Dimmer");
+  EXPECT_THAT(IdsOf(house), ElementsAre(7, 3, 5));
+  EXPECT_EQ(house.Find(7).get(), lamp);
+  EXPECT_EQ(lamp->GetName(), L"Lamp");
+  EXPECT_EQ(house.Find(4), nullptr);
+
+  EXPECT_EQ(house.Remove(3).get(), &elsewhere);
+  EXPECT_EQ(house.Remove(3), nullptr);
+  EXPECT_EQ(house.Find(3), nullptr);
+  EXPECT_THAT(IdsOf(house), ElementsAre(7, 5));
+}
+
+TEST(TavHouse, RefusesAnIdThatIsTaken) {
+  tavHouse house;
+  house.Make<tavParameterSwitch>(7, L"Lamp");
+  tavParameterByte other;
+  other.SetUniqueID(7);
+  ExpectReport(kInvalid("Add", "the house has a parameter 7"), 6, [&] { return house.Add(other); });
+  ExpectReport(kInvalid("Add", "parameter == 0"), 6, [&] { return house.Add(nullptr); });
+  EXPECT_STREQ(house.Find(7)->GetTypeName(), "ParameterSwitch");
+  EXPECT_THAT(IdsOf(house), ElementsAre(7));
+}
+
+TEST(TavHouse, DestroysWhatWasAddedLastFirst) {
+  static std::vector<unsigned int> destroyed;
+  struct Mortal : tavParameterByte {
+    ~Mortal() override { destroyed.push_back(GetUniqueID()); }
+  };
+  {
+    Mortal elsewhere;
+    elsewhere.SetUniqueID(4);
+    tavHouse house;
+    for (const unsigned int id : {3, 1, 2}) house.Make<Mortal>(id, L"");
+    house.Add(elsewhere);
+  }
+  EXPECT_THAT(destroyed, ElementsAre(2, 1, 3, 4));
+}
+
+TEST(TavHouse, TellsWhatBecameOfAnEvent) {
+  tavHouse house;
+  auto* const week = house.Make<tavParameterThermoChronoWeek>(6, L"Heating");
+  week->SetDataFromString("0,17.5");
+  EXPECT_EQ(house.Apply(Event(6, {1})), Result::Applied);
+  EXPECT_THAT(week->ValueToString(), testing::StartsWith("1,17.5,")) << "the set-points stay";
+  EXPECT_EQ(house.Apply(Event(7, {1})), Result::NoSuchParameter);
+  EXPECT_EQ(house.Apply(Event(6, {})), Result::NoValue);
+  EXPECT_TRUE(ObjectLock::BecomesFree(*week));
+}
+
+// A house in which a switch moves a slider.
+struct TavHouseWithLink : testing::Test {
+  TavHouseWithLink() {
+    const unsigned char on = 1;
+    lamp.SetDrivenTarget(&dimmer);
+    lamp.AddDrivenMapItem(tavCodeOperator_Equal, &on, 1, full, 4);
+  }
+  tavHouse house;
+  tavParameterSlider& dimmer = *house.Make<tavParameterSlider>(2, L"Dimmer");
+  tavParameterSwitch& lamp = *house.Make<tavParameterSwitch>(1, L"Lamp");
+  const unsigned char full[4] = {0, 0, 0x80, 0x3F};
+};
+
+TEST_F(TavHouseWithLink, TakesOverUntilLinksHaveNothingMoreToSay) {
+  std::vector<tavString> changes;
+  const auto note = [&](tavIParameter& changed) {
+    EXPECT_TRUE(changed.IsDirty()) << "the call-back comes first";
+    changes.push_back(changed.ToString() + "=" + changed.ValueToString());
+  };
+  house.Apply(Event(1, {1}));
+  EXPECT_EQ(house.TakeOver(note), 1U);
+  EXPECT_EQ(house.TakeOver(note), 1U);
+  EXPECT_EQ(house.TakeOver(note), 0U);
+  EXPECT_THAT(changes, ElementsAre("Lamp.ParameterSwitch=1", "Dimmer.ParameterSlider=1"));
+
+  house.Apply(Event(1, {0}));
+  EXPECT_EQ(house.TakeOver(), 1U) << "without a call-back";
+  EXPECT_FALSE(lamp.IsDirty());
+}
+
+TEST_F(TavHouseWithLink, ShowsAValueThatChangesWhileItIsTakenOver) {
+  std::vector<tavString> shown;
+  lamp.SetValue(1);
+  house.TakeOver([&](tavIParameter& changed) {
+    shown.push_back(changed.ValueToString());
+    lamp.SetValue(0);
+  });
+  EXPECT_THAT(shown, ElementsAre("1", "0"));
+  EXPECT_FALSE(lamp.IsDirty());
+}
+
+TEST_F(TavHouseWithLink, MayBeUsedInItsCallBacksAndByOthersMeanwhile) {
+  house.Visit([&](tavIParameter& visited) {
+    EXPECT_EQ(std::async(std::launch::async, [&] { return house.Find(2); }).get().get(), &dimmer);
+    house.Make<tavParameterByte>(visited.GetUniqueID() + 10, L"");
+    house.Remove(1);  // this visit shows it all the same
+  });
+  EXPECT_THAT(IdsOf(house), ElementsAre(2, 12, 11));
+}
+
+TEST(TavHouse, MayBeUsedByManyThreads) {
+  tavHouse house;
+  house.Make<tavParameterByte>(0, L"");
+  const auto use = [&house](unsigned int own) {
+    for (int i = 0; i < 200; ++i) {
+      house.Make<tavParameterByte>(own, L"");
+      house.Apply(Event(0, {static_cast<unsigned char>(own + i)}));
+      house.Apply(Event(3 - own, {1}));  // the other thread's, which may have gone
+      house.TakeOver([](tavIParameter& parameter) { parameter.ValueToString(); });
+      house.Remove(own);
+    }
+  };
+  const auto other = std::async(std::launch::async, [&] { use(1); });
+  use(2);
+  other.wait();
+  EXPECT_THAT(IdsOf(house), ElementsAre(0));
+}
+
+struct TavHouseFile : testing::Test {
+  const TemporaryFolder folder;
+  const std::string path = folder.Path("house.state");
+};
+
+// One third has no short text, and not-a-number none at all.
+void Fill(tavHouse& house, bool withValues) {
+  auto& week = *house.Make<tavParameterThermoChronoWeek>(6, L"Heating");
+  auto& thermo = *house.Make<tavParameterThermo>(2, L"B\u00E4d \"1\"\\\n");
+  auto& slider = *house.Make<tavParameterSlider>(3, L"");
+  auto& info = *house.Make<tavParameterInfo>(4, L"Door");
+  house.Make<tavParameterInfo>(5, L"Empty");
+  auto& colour = *house.Make<tavParameterColor>(1, L"Colour");
+  if (!withValues) return;
+  week.SetDataFromString("0,17.5,0.333333");
+  thermo.SetValue(1.0F / 3);
+  const unsigned char notANumber[] = {1, 2, 0xC0, 0x7F};
+  slider.SetData(notANumber, 4, 1);
+  info.SetValue("say \"no\"\\\n\x7F\xFF # \xC3\xA4");
+  colour.SetValue(0x11223344U);
+}
+
+TEST_F(TavHouseFile, BringsEachValueBackByteByByteAndClean) {
+  tavHouse saved;
+  Fill(saved, true);
+  EXPECT_EQ(saved.Save(path), tavError_NoError);
+  tavHouse restored;
+  Fill(restored, false);
+  EXPECT_EQ(restored.Restore(path), tavError_NoError);
+  restored.Visit([&](tavIParameter& parameter) {
+    SCOPED_TRACE(parameter.ToString());
+    EXPECT_FALSE(parameter.IsDirty());
+    const auto original = saved.Find(parameter.GetUniqueID());
+    ASSERT_EQ(parameter.GetDataSize(), original->GetDataSize());
+    EXPECT_EQ(std::memcmp(parameter.GetData(), original->GetData(), original->GetDataSize()), 0);
+  });
+  const std::string before = ReadFile(path);
+  EXPECT_EQ(restored.Save(path), tavError_NoError);
+  EXPECT_EQ(ReadFile(path), before);
+}
+
+TEST_F(TavHouseFile, IsTextWithoutCommands) {
+  tavHouse house;
+  house.Make<tavParameterSlider>(2, L"Dim\tmer \u20AC")->SetValue(0.5F);
+  house.Make<tavParameterAlert>(9, L"Smoke")->SetValue(1);
+  house.Make<tavParameterInfo>(4294967295U, L"")->SetValue("Hi \"you\"\n");
+  house.Save(path);
+  EXPECT_EQ(ReadFile(path),
+            "ura-house 1\n"
+            "2 ParameterSlider \"Dim\\x09mer \u20AC\" 0000003F # 0.5\n"
+            "4294967295 ParameterInfo \"\" \"Hi \\\"you\\\"\\x0A\"\n");
+  EXPECT_FALSE(std::filesystem::exists(path + ".new"));
+}
+
+TEST_F(TavHouseFile, FiresNoLinkWhenItIsRestored) {
+  tavHouse house;
+  auto& dimmer = *house.Make<tavParameterSlider>(2, L"Dimmer");
+  auto& lamp = *house.Make<tavParameterSwitch>(1, L"Lamp");
+  const unsigned char on = 1, full[4] = {0, 0, 0x80, 0x3F};
+  lamp.SetDrivenTarget(&dimmer);
+  lamp.AddDrivenMapItem(tavCodeOperator_Equal, &on, 1, full, 4);
+  WriteFile(path, "ura-house 1\n1 ParameterSwitch \"\" 01\n2 ParameterSlider \"\" 0000803E\n");
+  EXPECT_EQ(house.Restore(path), tavError_NoError);
+  EXPECT_EQ(house.TakeOver(), 0U);
+  EXPECT_EQ(lamp.GetValue(), 1);
+  EXPECT_EQ(dimmer.GetValue(), 0.25F);
+}
+
+TEST_F(TavHouseFile, MayBeMendedByHand) {
+  tavHouse house;
+  auto& byte = *house.Make<tavParameterByte>(1, L"");
+  auto& text = *house.Make<tavParameterInfo>(2, L"");
+  WriteFile(path,
+            "ura-house 1\r\n# mine\n\n  1\tParameterByte  \"any name\"  0a#ten\r\n2 ParameterInfo \"\" 4869");
+  EXPECT_EQ(house.Restore(path), tavError_NoError);
+  EXPECT_EQ(byte.GetValue(), 10);
+  EXPECT_EQ(text.GetValue(), "Hi");
+}
+
+TEST_F(TavHouseFile, SkipsAndReportsALineThatDoesNotFit) {
+  const std::string unreadable = "not an id, a type, a name in quotes and a value";
+  const struct {
+    std::string line;
+    std::string wrong;
+  } cases[] = {
+      {"garbage", unreadable},
+      {"-1 ParameterByte \"\" 01", unreadable},
+      {"4294967296 ParameterByte \"\" 01", unreadable},
+      {"1 ParameterByte 01", unreadable},
+      {"1 ParameterByte \"no end 01", unreadable},
+      {"1 ParameterByte \"\\n\" 01", unreadable},
+      {"1 ParameterByte \"\\x0\" 01", unreadable},
+      {"1 ParameterByte \"\\", unreadable},
+      {"1 ParameterByte \"\"", unreadable},
+      {"1 ParameterByte \"\" 1", unreadable},
+      {"1 ParameterByte \"\" 0G", unreadable},
+      {"1 ParameterByte \"\" 01 02", unreadable},
+      {std::string("1 ParameterByte \"\" 01\0", 23), unreadable},
+      {"9 ParameterByte \"\" 01", "no parameter has the id 9"},
+      {"1 ParameterSwitch \"\" 01", "parameter 1 is a ParameterByte, not a ParameterSwitch"},
+      {"1 ParameterByte \"\" 0102", "the value of a ParameterByte has 1 bytes, not 2"},
+      {"1 ParameterByte \"\" \"\"", "the value of a ParameterByte has 1 bytes, not 0"},
+      {"2 ParameterAlert \"\" 01", "ParameterAlert is a command, which is not restored"},
+  };
+  for (const auto& c : cases) {
+    tavHouse house;
+    auto& byte = *house.Make<tavParameterByte>(1, L"");
+    auto& alert = *house.Make<tavParameterAlert>(2, L"");
+    auto& last = *house.Make<tavParameterByte>(3, L"");
+    WriteFile(path, "ura-house 1\n\n" + c.line + "\n3 ParameterByte \"\" 05\n");
+    ExpectReport(kInvalid("Restore", path + ":3: " + c.wrong), 6, [&] { return house.Restore(path); });
+    EXPECT_EQ(byte.GetValue(), 0);
+    EXPECT_EQ(alert.GetValue(), 0);
+    EXPECT_EQ(last.GetValue(), 5) << "the lines behind it count";
+  }
+}
+
+TEST_F(TavHouseFile, RestoresNothingFromAnotherVersion) {
+  tavHouse house;
+  auto& byte = *house.Make<tavParameterByte>(1, L"");
+  WriteFile(path, "ura-house 2\n1 ParameterByte \"\" 05\nsomething new\n");
+  ExpectReport(kInvalid("Restore", path + ":1: not \"ura-house 1\"; nothing is restored"), 6,
+               [&] { return house.Restore(path); });
+  EXPECT_EQ(byte.GetValue(), 0);
+}
+
+TEST_F(TavHouseFile, MayBeMissingButMustBeReadable) {
+  tavHouse house;
+  EXPECT_EQ(house.Restore(path), tavError_NoError);
+  ExpectReport(kFailed("Restore", "Can not restore the house from " + folder.Path() + ": 21 Is a directory"),
+               1, [&] { return house.Restore(folder.Path()); });
+}
+
+TEST_F(TavHouseFile, StaysAsItWasWhenSavingFails) {
+  tavHouse house;
+  house.Make<tavParameterByte>(1, L"");
+  WriteFile(path, "old");
+  std::filesystem::create_symlink("/dev/full", path + ".new");  // stands for a full disk
+  ExpectReport(kFailed("Save", "Can not save the house in " + path + ": 28 No space left on device"), 1,
+               [&] { return house.Save(path); });
+  EXPECT_EQ(ReadFile(path), "old");
+  EXPECT_FALSE(std::filesystem::is_symlink(path + ".new")) << "what was written is gone";
+
+  const std::string nowhere = folder.Path("none/house.state");
+  ExpectReport(kFailed("Save", "Can not save the house in " + nowhere + ": 2 No such file or directory"), 1,
+               [&] { return house.Save(nowhere); });
+  EXPECT_EQ(house.Save(path), tavError_NoError);
+  EXPECT_NE(ReadFile(path), "old");
+}
+
+}  // namespace
