@@ -13,9 +13,9 @@ namespace tavon {
 // until the value changes while the shutter stands: a house has many shutters, and they hardly ever move. The
 // thread takes the lock briefly and never while it waits. Do not destroy the object while holding its lock.
 //
-// The thread calls the virtual SetData and the hook OnStop once the value has been a direction. An exception
-// that leaves them ends that call and is reported; the thread goes on. A derived class that overrides either
-// must call term_thread() at the beginning of its destructor.
+// The thread calls the virtual SetData and the hook OnStop once the value has been a direction; it has 256
+// KiB of stack. An exception that leaves them ends that call and is reported; the thread goes on. A derived
+// class that overrides either must call term_thread() at the beginning of its destructor.
 //
 // The object belongs to the process that made it, see tavWorkerThread.
 class tavParameterShutter : public tavTypedParameter<1> {
@@ -32,7 +32,11 @@ class tavParameterShutter : public tavTypedParameter<1> {
 
   // Milliseconds of travel after which the thread stops the shutter, up to 250 ms late. A command that
   // arrives at the very moment of the stop may be lost. The thread does not see a value that is replaced
-  // before it looks.
+  // before it looks. So a command in the same direction within 250 ms after its own stop does not begin a new
+  // travel: the next look stops it.
+  //
+  // Travel is measured with the wall clock: setting the clock forward ends it early, setting the clock back
+  // by an hour lets it go on for an hour longer.
   void SetActionTime(const unsigned int& ms);
   unsigned int GetActionTime() const;
 
@@ -42,11 +46,7 @@ class tavParameterShutter : public tavTypedParameter<1> {
 
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
-  // Also wakes the thread. Whichever SetData stores a new value marks the object dirty.
-  void IsDirty(bool dirty) override;
-  using tavTypedParameter::IsDirty;
-
-  // True if the thread made the last change.
+  // True from a stop by the thread to the next SetData.
   bool IsChangedByCallBack() const override;
 
   // Adds the element "ms_time", the action time.
@@ -70,11 +70,9 @@ class tavParameterShutter : public tavTypedParameter<1> {
   using tavTypedParameter::SetDataFromString;
 
  private:
-  unsigned int WaitForChange(unsigned int firstLook);
-
   unsigned int m_actionTime = 0;
   bool m_isChangedByThread = false;
-  VEvent m_wakeUp;  // signalled when the value may have changed or the thread must end
+  VEvent m_wakeUp;  // ends the sleep of the thread: a new value has been stored, or the thread must end
   tavWorkerThread m_thread{m_lock};
 };
 

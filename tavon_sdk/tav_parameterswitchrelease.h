@@ -12,9 +12,10 @@ namespace tavon {
 // until a shorter one, or until destruction. The thread takes the lock briefly and never while it waits. Do
 // not destroy the object, or set a safe time below 1000 ms, while holding its lock.
 //
-// The thread calls the virtual SetData and the hook OnSafeValue. An exception that leaves them ends that call
-// and is reported; the thread goes on. A derived class that overrides either must not set a safe time before
-// it is fully constructed, and must call term_thread() at the beginning of its destructor.
+// The thread calls the virtual SetData and the hook OnSafeValue; it has 256 KiB of stack. An exception that
+// leaves them ends that call and is reported; the thread goes on. A derived class that overrides either must
+// not set a safe time before it is fully constructed, and must call term_thread() at the beginning of its
+// destructor.
 //
 // The object belongs to the process that made it, see tavWorkerThread.
 class tavParameterSwitchRelease : public tavTypedParameter<1> {
@@ -31,6 +32,9 @@ class tavParameterSwitchRelease : public tavTypedParameter<1> {
   // thread, and nothing is released any more, whatever time is set later, on purpose: a switch that somebody
   // has taken out of the automatic release stays out. A value that is set at the very moment of a release may
   // be lost.
+  //
+  // The safe time is measured with the wall clock: setting the clock forward releases early, setting it back
+  // by an hour releases an hour later.
   //
   // If the thread cannot be made (reported with code 5) or started (code 1), nothing is released.
   void SetSafeTime(const unsigned int& ms);

@@ -23,9 +23,15 @@ namespace tavon {
 // set-point; with 1000 ms or more all had, at most some two seconds after the hour began. The steps of the
 // thread are kept on purpose: programs have chosen their offsets to suit them.
 //
-// The hook OnChangeTemperature is called on the thread, too, once the schedule is active. An exception that
-// leaves it there ends the call and is reported; the thread goes on with the next hour. A derived class that
-// overrides it must call term_thread() at the beginning of its destructor.
+// The thread waits for the next hour on the wall clock. When the clock is set forward past that hour, as it
+// often is while a machine starts, the set-point of that hour is applied at once: setting 10:30 to 13:00
+// gives 11 o'clock's, until 14 o'clock's comes. After the clock is set back by an hour the thread does
+// nothing for an hour. SetActive(GetActive()) applies the set-point of the present hour.
+//
+// The hook OnChangeTemperature is called on the thread, too, once the schedule is active; the thread has 256
+// KiB of stack. An exception that leaves the hook there ends the call and is reported; the thread goes on
+// with the next hour. A derived class that overrides it must call term_thread() at the beginning of its
+// destructor.
 //
 // The object belongs to the process that made it, see tavWorkerThread.
 class tavParameterThermoChronoWeek : public tavTypedParameter<673> {

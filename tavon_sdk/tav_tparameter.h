@@ -7,6 +7,7 @@
 
 #include "tav_error.h"
 #include "tav_parameter.h"
+#include "vevent.h"
 
 namespace tavon {
 
@@ -87,6 +88,7 @@ class tavTParameter : public tavIParameter {
     IsDirty(true);
     const auto rest = std::copy_n(data, stored, m_value.begin());
     if (flag != 0) std::fill(rest, m_value.end(), static_cast<unsigned char>(0));
+    if (m_stored != nullptr) m_stored->Signal();
   }
 
   void AddUIStyle(const tavString& style) override {
@@ -149,10 +151,15 @@ class tavTParameter : public tavIParameter {
   const unsigned char* GetData() const override { return m_value.data(); }
 
  protected:
-  // The value.
+  // For a thread that sleeps until the value changes: signals `event` whenever SetData has stored a new
+  // value. IsDirty and OnDirty would not do, because a derived class may override them.
+  void SignalWhenStored(VEvent& event) { m_stored = &event; }
+
+  // The value. Only SetData writes to it.
   std::array<unsigned char, N> m_value{};
 
  private:
+  VEvent* m_stored = nullptr;
   tavIParameter* m_drivenTarget = nullptr;
   tavDrivenMap m_drivenMap;
   tavArray<tavString> m_uiStyles;

@@ -43,6 +43,7 @@ const tavParameterType tavParameterShutter::Type{
         .noBuffer = 26, .setDataFromString = 43, .setDataValue = 84, .getDataValue = 88, .comparison = 99}};
 
 tavParameterShutter::tavParameterShutter() : tavTypedParameter(Type) {
+  SignalWhenStored(m_wakeUp);
   SetValue(kStop);
   switch (m_thread.Start(thread_procedure, this, kStackSize)) {
     case tavThreadStart::Started:
@@ -77,11 +78,6 @@ void tavParameterShutter::SetData(const unsigned char* data, const unsigned int&
   m_isChangedByThread = false;
 }
 
-void tavParameterShutter::IsDirty(bool dirty) {
-  tavTypedParameter::IsDirty(dirty);
-  if (dirty) m_wakeUp.Signal();
-}
-
 bool tavParameterShutter::IsChangedByCallBack() const {
   const tavSMutex lock(&m_lock);
   return m_isChangedByThread;
@@ -100,21 +96,13 @@ void tavParameterShutter::term_thread() {
   m_thread.WaitForEnd();
 }
 
-// Sleeps until the value may have changed. Returns the rest of the running period: the thread looks at a new
-// command when it would have looked without sleeping, so no command is acted on earlier.
-unsigned int tavParameterShutter::WaitForChange(unsigned int firstLook) {
-  m_wakeUp.Wait();
-  m_wakeUp.Reset();
-  return kPeriod - (Now() - firstLook) % kPeriod;
-}
-
 void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
   auto& self = *static_cast<tavParameterShutter*>(parameter);
   // Only this object's thread can be woken. Any other one looks every period, so that its Stop() works.
   const bool maySleep = self.m_thread.Is(thread);
+  const unsigned int firstLook = Now();
   unsigned char lastSeen = 0;
   unsigned int startTime = 0;  // 0 while no travel is timed, even if the clock happens to read 0
-  const unsigned int firstLook = Now();
   while (!self.m_thread.MustEnd()) {
     const unsigned char value = self.GetValue();
     const unsigned int now = Now();
@@ -126,13 +114,17 @@ void tavParameterShutter::thread_procedure(VThread* thread, void* parameter) {
       tavWorkerThread::Guard([&] { self.SetBytes({kStop}); });
       {
         const tavSMutex lock(&self.m_lock);
-        // If a command has come meanwhile, that is the last change.
-        if (self.m_value[0] == kStop) self.m_isChangedByThread = true;
+        self.m_isChangedByThread = true;
       }
       tavWorkerThread::Guard([&] { self.OnStop(); });
     }
-    const unsigned int pause = maySleep && startTime == 0 ? self.WaitForChange(firstLook) : kPeriod;
-    if (!thread->WaitContinue(pause)) return;
+    if (maySleep && startTime == 0) {
+      self.m_wakeUp.Wait();
+      self.m_wakeUp.Reset();
+    }
+    // Looks are whole periods after the first one. A thread that has slept thus sees a new command when it
+    // would have seen it awake, and programs have time to set the action time after the command.
+    if (!thread->WaitContinue(kPeriod - (Now() - firstLook) % kPeriod)) return;
   }
 }
 
