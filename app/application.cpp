@@ -1,7 +1,5 @@
 #include "application.h"
 
-#include <nss.h>
-
 #include <cstdio>
 #include <cstdlib>
 #include <new>
@@ -12,6 +10,7 @@
 #include "tav_event.h"
 #include "tav_parameterfactory.h"
 #include "tav_time.h"
+#include "ura_version.h"
 
 using tavon::tavString;
 
@@ -19,7 +18,6 @@ namespace {
 
 constexpr tavon::tavReporter kReport{"Application"};
 
-constexpr const char* kVersion = URA_VERSION;  // the project's
 constexpr const char* kFrameVersion = "2.9.3";
 
 // Where the server is.
@@ -66,18 +64,11 @@ tavon::tavEObject TypeIdOf(const tavString& name) {
                                             : tavon::tavParameterFactory::TypeNameToId(name);
 }
 
-// Has host names looked up in /etc/hosts and then at name servers, whatever /etc/nsswitch.conf says: these
-// two services are part of the C library. Any other is a shared object, which a statically linked program
-// cannot reliably load.
-void LookUpWithinTheCLibrary() {
-  if (__nss_configure_lookup("hosts", "files dns") != 0) throw std::bad_alloc();  // it fails for nothing else
-}
-
 }  // namespace
 
 tavString Application::GetName() const { return "tavon Ura event"; }
 
-tavString Application::GetVersion() const { return kVersion; }
+tavString Application::GetVersion() const { return URA_VERSION; }
 
 tavString Application::GetInfo() const {
   tavString info;
@@ -138,8 +129,9 @@ unsigned int Application::Execute() {
     return kReport(tavon::tavError_OperationFailed, "Can not convert string data to buffer data", {151});
   }
 
-  LookUpWithinTheCLibrary();
   dro::droOsUdpSocket socket;
+  // Its failure is reported, and Send fails then, too: the destination is the broadcast address, to which
+  // this socket must not send.
   socket.SetTo(kLoopbackHost, tavon::tavEvent::Port);
   const auto datagram = event->GetDatagram();
   const auto size = static_cast<unsigned int>(datagram.size());

@@ -8,12 +8,6 @@ install(FILES completions/ura_event completions/ura_listen completions/ura_send
         DESTINATION "${CMAKE_INSTALL_DATADIR}/bash-completion/completions" COMPONENT programs)
 install(DIRECTORY packaging/examples DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/ura-event" COMPONENT programs)
 
-# The version, for programs: a header that every layer sees, here and where it is installed.
-set(generated_headers "${CMAKE_CURRENT_BINARY_DIR}/include")
-configure_file(cmake/ura_version.h.in "${generated_headers}/ura_version.h" @ONLY)
-target_sources(vlib PUBLIC FILE_SET generated TYPE HEADERS BASE_DIRS "${generated_headers}"
-               FILES "${generated_headers}/ura_version.h")
-
 # The headers include each other by bare name: they need a folder of their own.
 install(TARGETS vlib dro tavon_sdk EXPORT uraTargets
   ARCHIVE COMPONENT sdk
@@ -49,6 +43,3 @@ install(FILES docs/sdk.md docs/architecture.md docs/performance.md docs/reliabil
 foreach(example house scene new_parameter)
   install(DIRECTORY examples/${example} DESTINATION "${sdk_documents}/examples" COMPONENT sdk)
 endforeach()
-
-set(reference "${CMAKE_CURRENT_SOURCE_DIR}/build/docs/html")
-install(DIRECTORY "${reference}" DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/ura-sdk-doc" COMPONENT doc OPTIONAL)

@@ -48,7 +48,7 @@ function(ura_program name)
 endfunction()
 
 # ura_link_statically(NAME): links a program whole, the C library included, at a fixed address: starting it loads and
-# relocates nothing. docs/performance.md has the figures. The program must fix its name services, as app/application.cpp does.
+# relocates nothing. docs/performance.md has the figures. The program must fix its name services, as app/main.cpp does.
 function(ura_link_statically name)
   set(CMAKE_REQUIRED_LINK_OPTIONS -static)
   check_cxx_source_compiles("int main() {}" URA_HAS_STATIC_C_LIBRARY)
