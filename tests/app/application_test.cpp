@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "captured_output.h"
+
 namespace {
 
 // An application whose fields can be looked at.
@@ -32,6 +34,21 @@ TEST(Application, TakesWhateverFollowsAnOptionAsItsValue) {
   EXPECT_EQ(application.Value, "5");
   EXPECT_EQ(application.Type, "-p");
   EXPECT_EQ(application.Password, "") << "present, with nothing behind it";
+}
+
+TEST(Application, KeepsTheLogOffWithoutANameForIt) {
+  TestedApplication application;
+  ASSERT_EQ(application.Start({"ura_event", "-log", "", "-id", "1", "-val", "1", "-type", "Any"}), 0U);
+  EXPECT_EQ(tavon::tavError::Level, tavon::tavLogLevel_Console);
+  EXPECT_EQ(tavon::tavError::LogFile, "tav_system.log");
+}
+
+TEST(Application, KnowsItsPathHoweverFewArgumentsAreCounted) {
+  TestedApplication application;
+  char path[] = "/usr/bin/ura_event";
+  char* arguments[] = {path, nullptr};
+  CapturedOutput([&] { application.Init(0, arguments); });  // which lacks its options
+  EXPECT_EQ(application.GetFullPath(), "/usr/bin/ura_event");
 }
 
 }  // namespace
