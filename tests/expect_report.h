@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cerrno>
 #include <functional>
 #include <optional>
 #include <string>
@@ -62,7 +63,10 @@ void ExpectReport(const Report& report, Operation operation) {
   ExpectReports(CapturedOutput(operation), {report});
 }
 
-// A call that causes one record; errno is EINTR when it starts.
+// errno when a ReportedCall starts: records show it where no call of the system failed.
+inline constexpr int kErrorBefore = EINTR;
+
+// A call that causes one record.
 struct ReportedCall {
   Report report;
   long result;

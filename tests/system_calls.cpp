@@ -3,12 +3,14 @@
 extern "C" {
 
 int chmod(const char* path, mode_t mode) noexcept { return system_calls::chmod(path, mode); }
+int close(int descriptor) { return system_calls::close(descriptor); }
 FILE* fopen(const char* path, const char* mode) { return system_calls::fopen(path, mode); }
 DIR* opendir(const char* path) { return system_calls::opendir(path); }
 int closedir(DIR* folder) { return system_calls::closedir(folder); }
 dirent* readdir(DIR* folder) { return system_calls::readdir(folder); }
 FILE* popen(const char* command, const char* mode) { return system_calls::popen(command, mode); }
 int uname(utsname* o_names) noexcept { return system_calls::uname(o_names); }
+long gethostid() { return system_calls::gethostid(); }
 hostent* gethostbyname(const char* name) { return system_calls::gethostbyname(name); }
 ssize_t sendto(int descriptor, const void* data, std::size_t size, int flags, const sockaddr* to,
                socklen_t length) {

@@ -101,6 +101,7 @@ constexpr const char* NameFor64Bits(const char* name, const char* nameOn32Bits) 
 
 // Files and folders
 inline constinit SystemCall<int(const char*, mode_t)> chmod("chmod");
+inline constinit SystemCall<int(int)> close("close");
 inline constinit SystemCall<FILE*(const char*, const char*)> fopen(NameFor64Bits("fopen", "fopen64"));
 inline constinit SystemCall<DIR*(const char*)> opendir("opendir");
 inline constinit SystemCall<int(DIR*)> closedir("closedir");
@@ -109,6 +110,7 @@ inline constinit SystemCall<dirent*(DIR*)> readdir(NameFor64Bits("readdir", "rea
 // The machine
 inline constinit SystemCall<FILE*(const char*, const char*)> popen("popen");
 inline constinit SystemCall<int(utsname*)> uname("uname");
+inline constinit SystemCall<long()> gethostid("gethostid");
 
 // The network
 inline constinit SystemCall<hostent*(const char*)> gethostbyname("gethostbyname");

@@ -3,15 +3,19 @@
 #include <arpa/inet.h>
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <stdexcept>
 #include <utility>
 
-#include "bound_socket.h"
 #include "emulation.h"
 #include "expect_report.h"
+#include "failing_allocation.h"
 #include "system_calls.h"
 
 using namespace dro;
@@ -19,10 +23,32 @@ using Socket = droOsUdpSocket;
 
 namespace {
 
-constexpr ReportsOf kFailure{"dro_osudpsocket", 10};
-constexpr ReportsOf kWarning{"dro_osudpsocket", 1};
+constexpr ReportsOf kFailure{"dro_osudpsocket", droError_Network};
+constexpr ReportsOf kWarning{"dro_osudpsocket", droError_Warning};
 constexpr droEOsSocketType kType = droOsSocketType_Udp;
 constexpr unsigned char kMac[] = {0x00, 0x11, 0x22, 0x33, 0x44, 0x55};
+
+// A plain UDP socket bound to a free port of the loopback host.
+class BoundSocket {
+ public:
+  BoundSocket() {
+    sockaddr_in address{AF_INET, 0, {htonl(INADDR_LOOPBACK)}, {}};
+    socklen_t size = sizeof address;
+    if (bind(m_descriptor, reinterpret_cast<sockaddr*>(&address), size) != 0)
+      throw std::runtime_error("bind");
+    getsockname(m_descriptor, reinterpret_cast<sockaddr*>(&address), &size);
+    m_port = ntohs(address.sin_port);
+  }
+  ~BoundSocket() { close(m_descriptor); }
+  BoundSocket(const BoundSocket&) = delete;
+
+  int Descriptor() const { return m_descriptor; }
+  unsigned short Port() const { return m_port; }
+
+ private:
+  const int m_descriptor = socket(AF_INET, SOCK_DGRAM, 0);
+  unsigned short m_port;
+};
 
 // A network that keeps what is sent and knows one name: nothing leaves the machine.
 struct DroOsUdpSocketAway : testing::Test {
@@ -76,9 +102,27 @@ TEST_F(DroOsUdpSocketAway, DatagramsGoToTheHostAndPortOfTheText) {
 
 TEST_F(DroOsUdpSocketAway, UnknownHostIsReportedAndStandsForAllMachines) {
   Socket socket;
-  ExpectReport(kFailure("SetTo", "gethostbyname failed"), 10, [&] { return socket.SetTo("nohost:80", 99); });
+  ExpectReport(kFailure("SetTo", "gethostbyname failed"), droError_Network,
+               [&] { return socket.SetTo("nohost:80", 99); });
   socket.Send("x", 1);
   EXPECT_EQ(destination, "255.255.255.255:80");
+}
+
+TEST_F(DroOsUdpSocketAway, ClosingForgetsTheDestination) {
+  Socket socket;
+  socket.SetTo("10.1.2.3", 99);
+  EXPECT_EQ(socket.Close(), droError_NoError);
+  EXPECT_EQ(socket.Reset(), droError_NoError);
+  socket.Send("x", 1);
+  EXPECT_EQ(destination, "0.0.0.0:0");
+}
+
+TEST_F(DroOsUdpSocketAway, DestinationThatIsSetBeforeTheDescriptorIsOpenedStays) {
+  Socket socket(kType);
+  socket.SetTo("10.1.2.3", 99);
+  EXPECT_EQ(socket.Reset(), droError_NoError);
+  socket.Send("x", 1);
+  EXPECT_EQ(destination, "10.1.2.3:99");
 }
 
 TEST_F(DroOsUdpSocketAway, WakeOnLanBroadcastsTheMagicPacket) {
@@ -89,8 +133,8 @@ TEST_F(DroOsUdpSocketAway, WakeOnLanBroadcastsTheMagicPacket) {
   EXPECT_EQ(destination, "255.255.255.255:9");
   EXPECT_NE(mayBroadcast, 0);
   const auto cutting = system_calls::sendto.Returns(101);
-  constexpr ReportsOf kCut{"dro_osudpsocket", 2};
-  ExpectReport(kCut("WakeOnLan", "can not send all packet data"), 2,
+  constexpr ReportsOf kCut{"dro_osudpsocket", droError_OperationFailed};
+  ExpectReport(kCut("WakeOnLan", "can not send all packet data"), droError_OperationFailed,
                [] { return Socket::WakeOnLan(kMac, 9); });
 }
 
@@ -125,11 +169,12 @@ TEST(DroOsUdpSocketBind, TakesHostAndPortAsTheyAreTakenForSending) {
 TEST(DroOsUdpSocketBind, ReportsWhyItFails) {
   const BoundSocket taken;
   Socket socket;
-  ExpectReport(kFailure("Bind", WithSystemError("Can not bind socket", EADDRINUSE)), 10,
+  ExpectReport(kFailure("Bind", WithSystemError("Can not bind socket", EADDRINUSE)), droError_Network,
                [&] { return socket.Bind("127.0.0.1", taken.Port()); });
   EXPECT_EQ(errno, EADDRINUSE) << "for callers that say more about it";
   const auto noNames = system_calls::gethostbyname.Returns(nullptr);
-  ExpectReport(kFailure("Bind", "gethostbyname failed"), 10, [&] { return socket.Bind("nohost", 0); });
+  ExpectReport(kFailure("Bind", "gethostbyname failed"), droError_Network,
+               [&] { return socket.Bind("nohost", 0); });
 }
 
 // A socket that receives what it sends.
@@ -172,6 +217,21 @@ TEST_F(DroOsUdpSocketHere, InterruptedTransferOfNothingIsNotRepeatedOnPurpose) {
   ExpectReport(kWarning("Send", "Std EINTR error continue..."), -1, [&] { return socket.Send("", 0); });
 }
 
+TEST_F(DroOsUdpSocketHere, TransferThatRunsOutOfTimeIsToldByItsResultOnly) {
+  fcntl(bound.Descriptor(), F_SETFL, O_NONBLOCK);
+  const auto full = system_calls::sendto.FailsWith(EAGAIN);
+  EXPECT_EQ(CapturedOutput([&] {
+              EXPECT_EQ(socket.Receive(buffer, 7, nullptr, nullptr), -2);
+              EXPECT_EQ(socket.Send("abc", 3), -2);
+            }),
+            "");
+}
+
+TEST_F(DroOsUdpSocketHere, WaitsWithoutMemory) {
+  const auto shortage = FailingAllocation::OfAtLeast(1);
+  EXPECT_TRUE(socket.IsReadyToSend(10000));
+}
+
 TEST_F(DroOsUdpSocketHere, TakesOverWhatIsSet) {
   if (kIsEmulated) GTEST_SKIP() << "qemu cuts the time-outs of 32-bit programs to whole seconds";
   EXPECT_TRUE(socket.SetReceiveTimeOut(1200));
@@ -185,8 +245,11 @@ TEST_F(DroOsUdpSocketHere, TakesOverWhatIsSet) {
 
 TEST_F(DroOsUdpSocketHere, IsReadyBeyondTheEndOfAnFdSet) {
   if (kIsEmulated) GTEST_SKIP() << "qemu knows sets of FD_SETSIZE descriptors only";
-  const rlimit limit{4096, 4096};
-  setrlimit(RLIMIT_NOFILE, &limit);
+  constexpr rlim_t wanted = FD_SETSIZE * 2 + 1;
+  rlimit limit{};
+  getrlimit(RLIMIT_NOFILE, &limit);
+  limit = {std::max(limit.rlim_cur, wanted), std::max(limit.rlim_max, wanted)};
+  if (setrlimit(RLIMIT_NOFILE, &limit) != 0) GTEST_SKIP() << "the system does not permit so many descriptors";
   Socket high(kType, fcntl(bound.Descriptor(), F_DUPFD, FD_SETSIZE * 2));
   EXPECT_TRUE(high.IsReadyToSend(10000));
 }
@@ -199,7 +262,7 @@ TEST(DroOsUdpSocket, IsReportedByEveryUseWithoutDescriptor) {
   const auto notReady = [](const char* function) { return kFailure(function, "Socket is not valid."); };
   ExpectReportOfEach({
       {refused("Send"), -1, [&] { return none.Send("x", 1); }},
-      {refused("Bind"), 10, [&] { return none.Bind("", 0); }},
+      {refused("Bind"), droError_Network, [&] { return none.Bind("", 0); }},
       {kFailure("Receive", "Socket is invalid"), -1, [&] { return none.Receive(nullptr, 0, {}, {}); }},
       {refused("SetBroadcast"), 0, [&] { return none.SetBroadcast(true); }},
       {refused("SetReceiveTimeOut"), 0, [&] { return none.SetReceiveTimeOut(1); }},
@@ -228,16 +291,33 @@ TEST(DroOsUdpSocket, FailedDescriptorCountsAsValidOnPurposeAndIsReportedByItsUse
       {broken("GetSendTimeOut", "getsockopt(...) failed"), 0, [&] { return failed.GetSendTimeOut(); }},
       {broken("IsReadyToReceive", "select(...) failed"), 0, [&] { return failed.IsReadyToReceive(0); }},
   });
-  const std::vector<Report> closing = {broken("Close", "shutdown(...) failed"),
-                                       broken("Close", "close(...) failed")};
-  ExpectReports({closing[0], closing[1], kFailure("Reset", "Can not close socket")}, 10,
+  CapturedOutput([&] { failed.Close(); });  // whose reports have a test of their own
+}
+
+TEST(DroOsUdpSocket, ThatCannotBeClosedIsReportedByWhoeverClosesIt) {
+  const Report notShutDown = kFailure("Close", WithSystemError("shutdown(...) failed", EBADF));
+  const Report notClosed = kFailure("Close", WithSystemError("close(...) failed", EBADF));
+  Socket failed(kType, -1);
+  ExpectReports({notShutDown, notClosed, kFailure("Reset", "Can not close socket")}, droError_Network,
                 [&] { return failed.Reset(); });
   EXPECT_FALSE(failed.IsValid());
   const auto leave = [] { return Socket(kType, -1).IsValid(); };
-  ExpectReports({closing[0], closing[1], kFailure("~droOsUdpSocket", "Can not close socket")}, true, leave);
+  ExpectReports({notShutDown, notClosed, kFailure("~droOsUdpSocket", "Can not close socket")}, true, leave);
   droError::Level = droLogLevel_Throw;
   EXPECT_NO_THROW(leave()) << "the destructor";
   droError::Level = droLogLevel_Console;
+}
+
+TEST(DroOsUdpSocket, ClosingOrLeavingItFreesItsDescriptor) {
+  const auto isOpen = [](int descriptor) { return fcntl(descriptor, F_GETFD) != -1; };
+  const int closed = socket(AF_INET, SOCK_DGRAM, 0);
+  Socket socketToClose(kType, closed);
+  EXPECT_EQ(socketToClose.Close(), droError_NoError);
+  EXPECT_FALSE(isOpen(closed));
+  EXPECT_FALSE(socketToClose.IsValid());
+  const int left = socket(AF_INET, SOCK_DGRAM, 0);
+  EXPECT_TRUE(Socket(kType, left).IsValid());
+  EXPECT_FALSE(isOpen(left));
 }
 
 }  // namespace

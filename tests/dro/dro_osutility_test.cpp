@@ -15,8 +15,10 @@ using std::string_literals::operator""s;
 
 namespace {
 
-constexpr ReportsOf kFailure{"dro_osutility", 2};
-constexpr ReportsOf kNoPipe{"dro_osutility", 5};
+constexpr ReportsOf kFailure{"dro_osutility", droError_OperationFailed};
+constexpr ReportsOf kInvalid{"dro_osutility", droError_InvalidArgument};
+constexpr ReportsOf kNoPipe{"dro_osutility", droError_InvalidPointer};
+constexpr ReportsOf kFileFailure{"dro_osfile", droError_OperationFailed};
 
 struct DroOsUtility : testing::Test {
   auto Running(const std::string& script) {
@@ -42,20 +44,22 @@ TEST_F(DroOsUtility, RunsAScriptAndAddsItsOutput) {
 
 TEST_F(DroOsUtility, DoesNotRunAScriptOnAFullDisk) {
   std::filesystem::create_symlink("/dev/full", scriptPath);
-  ExpectReport(ReportsOf{"dro_osfile", 2}("Close", "Can not close file handle"), 2, Running("echo a"));
+  ExpectReport(kFileFailure("Close", "Can not close file handle"), droError_OperationFailed,
+               Running("echo a"));
   EXPECT_EQ(output, "earlier ");
 }
 
 TEST_F(DroOsUtility, ReportsAScriptThatItCannotRun) {
-  ExpectReport(ReportsOf{"dro_osutility", 7}("ExecuteScript", "o_pData == 0"), 7,
+  ExpectReport(kInvalid("ExecuteScript", "o_pData == 0"), droError_InvalidArgument,
                [] { return droOsUtility::ExecuteScript("/", "echo a", nullptr); });
-  ExpectReport(ReportsOf{"dro_osutility", 7}("ExecuteCommandLine", "o_pData == 0"), 7,
+  ExpectReport(kInvalid("ExecuteCommandLine", "o_pData == 0"), droError_InvalidArgument,
                [] { return droOsUtility::ExecuteCommandLine("echo a", nullptr); });
   const auto noPipe = system_calls::popen.FailsWith(EMFILE);
-  ExpectReport(kNoPipe("ExecuteScript", "Can not open system pipe"), 5, Running("echo a"));
-  const auto notPermitted = system_calls::chmod.FailsWith(EPERM);
-  ExpectReport(kFailure("ExecuteScript", WithSystemError("Can not set chmod " + scriptPath, EPERM)), 2,
+  ExpectReport(kNoPipe("ExecuteScript", "Can not open system pipe"), droError_InvalidPointer,
                Running("echo a"));
+  const auto notPermitted = system_calls::chmod.FailsWith(EPERM);
+  ExpectReport(kFailure("ExecuteScript", WithSystemError("Can not set chmod " + scriptPath, EPERM)),
+               droError_OperationFailed, Running("echo a"));
 }
 
 TEST_F(DroOsUtility, MovesAndDeletesAFile) {
@@ -63,14 +67,14 @@ TEST_F(DroOsUtility, MovesAndDeletesAFile) {
   WriteFile(from, "contents");
   EXPECT_EQ(droOsUtility::FileMove(from.c_str(), to.c_str()), 0);
   EXPECT_EQ(droOsUtility::FileMove(from.c_str(), nullptr), -1);
-  ExpectReport(ReportsOf{"dro_osfile", 2}("Open", WithSystemError("tavFile handle is invalid, == 0", ENOENT)),
-               false, [&] { return droOsUtility::FileExist(from.c_str()); });
+  ExpectReport(kFileFailure("Open", WithSystemError("tavFile handle is invalid, == 0", ENOENT)), false,
+               [&] { return droOsUtility::FileExist(from.c_str()); });
   EXPECT_TRUE(droOsUtility::FileExist(to.c_str()));
   EXPECT_EQ(droOsUtility::FileDelete(to.c_str()), droError_NoError);
   EXPECT_FALSE(droOsUtility::FolderExist(to.c_str()));
   EXPECT_TRUE(droOsUtility::FolderExist("/"));
   for (const char* path : {to.c_str(), static_cast<const char*>(nullptr)})
-    ExpectReport(kFailure("FileDelete", "Can not delete file"), 2,
+    ExpectReport(kFailure("FileDelete", "Can not delete file"), droError_OperationFailed,
                  [&] { return droOsUtility::FileDelete(path); });
 }
 
@@ -85,6 +89,19 @@ TEST_F(DroOsUtility, MakesAPathAbsoluteThatBeginsAtTheCurrentFolder) {
   EXPECT_EQ(fullPath("/usr", "../../x"), "/x") << "there is nothing above the root";
   EXPECT_EQ(fullPath("/usr", "bin/x"), "bin/x") << "such a program was found on the search path";
   EXPECT_TRUE(VUtility::SetCurrentDir(before));
+}
+
+TEST(DroOsUtilityPaths, AreTakenApartAtTheLastSeparator) {
+  EXPECT_EQ(droOsUtility::GetParentFolder("/a/b.c"), "/a");
+  EXPECT_EQ(droOsUtility::GetParentFolder("plain"), "");
+  EXPECT_EQ(droOsUtility::GetFileNameWithExtension("/a/b.c"), "b.c");
+  EXPECT_EQ(droOsUtility::GetFileNameWithExtension("plain"), "plain");
+  EXPECT_EQ(droOsUtility::GetFileNameWithExtension("/a/"), "");
+}
+
+TEST(DroOsUtilityMachine, HasTheNumberThatTheSystemGives) {
+  const auto number = system_calls::gethostid.Returns(0x0100007F);
+  EXPECT_EQ(droOsUtility::GetHostID(), 0x0100007F);
 }
 
 TEST(DroOsUtilityMachine, TellsWhatItsCommandsPrint) {

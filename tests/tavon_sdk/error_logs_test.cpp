@@ -212,7 +212,8 @@ TYPED_TEST(BothErrorLogs, AreDeletedAsTheirLibrariesDeleteFiles) {
     EXPECT_EQ(TypeParam::DeleteLog(), false) << "it is gone";
   } else {
     TypeParam::Level = vlib::LogLevel_Console;
-    ExpectReport({2, "dro_osutility", "FileDelete", "Can not delete file"}, 2, TypeParam::DeleteLog);
+    ExpectReport({droError_OperationFailed, "dro_osutility", "FileDelete", "Can not delete file"},
+                 droError_OperationFailed, TypeParam::DeleteLog);
   }
 }
 

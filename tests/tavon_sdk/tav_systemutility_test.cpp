@@ -7,6 +7,8 @@
 #include "expect_report.h"
 #include "stand_ins.h"
 #include "system_calls.h"
+#include "tav_error.h"
+#include "vutility.h"
 
 namespace tavon {
 namespace {
@@ -69,7 +71,8 @@ TEST_F(TavSystemUtility, RunsACommandAndReadsWhatItPrints) {
     EXPECT_EQ(c.run(), c.whenSilent);
     standIns.Calls();
     const auto noPipe = system_calls::popen.FailsWith(EMFILE);
-    ExpectReport({4, "tav_systemutility", c.function, "Can not open system pipe"}, c.withoutPipe, c.run);
+    ExpectReport({tavError_InvalidPointer, "tav_systemutility", c.function, "Can not open system pipe"},
+                 c.withoutPipe, c.run);
   }
 }
 
@@ -89,6 +92,16 @@ TEST_F(TavSystemUtility, TellsTheStatusOfADeletion) {
   EXPECT_EQ(standIns.Calls(), "rm a\n");
 }
 
+TEST(TavSystemUtilityPaths, AreTakenApartMadeAbsoluteAndLookedFor) {
+  const TemporaryFolder folder;
+  EXPECT_TRUE(Utility::FolderExist(folder.Path()));
+  EXPECT_FALSE(Utility::FolderExist(folder.Path("none")));
+  EXPECT_EQ(Utility::GetParentFolder("/a/b.c"), "/a");
+  EXPECT_EQ(Utility::GetParentFolder("plain"), "");
+  EXPECT_EQ(Utility::GetModuleFileFullName("./x"), VUtility::GetCurrentDir() + "/x");
+  EXPECT_EQ(Utility::GetModuleFileFullName("/usr/../x"), "/usr/../x");
+}
+
 TEST(TavSystemUtilityDescription, NamesTheSystemUnlessThatDoesNotTell) {
   const auto names = system_calls::uname.ReplaceBy([](utsname* o_names) {
     *o_names = {"Linux", "node", "5.10.0", "#1", "i686", "domain"};
@@ -96,8 +109,9 @@ TEST(TavSystemUtilityDescription, NamesTheSystemUnlessThatDoesNotTell) {
   });
   EXPECT_EQ(Utility::GetDescription(), "Linux 5.10.0 i686");
   const auto noNames = system_calls::uname.FailsWith(EFAULT);
-  ExpectReport({1, "tav_systemutility", "GetDescription", "uname returned null structure."}, "",
-               Utility::GetDescription);
+  ExpectReport(
+      {tavError_OperationFailed, "tav_systemutility", "GetDescription", "uname returned null structure."}, "",
+      Utility::GetDescription);
 }
 
 }  // namespace

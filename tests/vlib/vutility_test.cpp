@@ -77,6 +77,7 @@ TEST_F(VUtilityFiles, CopyFailsWithoutSourcePermissionOrRoom) {
   EXPECT_EQ(ReadFile(target), "old");
   EXPECT_FALSE(VUtility::CpFile(source, folder.Path("none/target"), true));
   EXPECT_FALSE(VUtility::CpFile(source, "/dev/full", true));
+  EXPECT_FALSE(VUtility::CpFile(nullptr, target.c_str(), true));
 }
 
 TEST_F(VUtilityFiles, LogsToTheEndOfAFileUntilItIsDeleted) {
@@ -89,7 +90,6 @@ TEST_F(VUtilityFiles, LogsToTheEndOfAFileUntilItIsDeleted) {
   EXPECT_FALSE(VUtility::DelFile(target)) << "it is gone";
   EXPECT_FALSE(VUtility::LogFile(folder.Path("none/log"), "a"));
   EXPECT_FALSE(VUtility::LogFile(nullptr, "a"));
-  EXPECT_FALSE(VUtility::CpFile(nullptr, target.c_str(), true));
 }
 
 TEST_F(VUtilityFiles, ListsAFolderByName) {
