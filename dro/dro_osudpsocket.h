@@ -3,6 +3,7 @@
 #include <netinet/in.h>
 
 #include <cstdint>
+#include <utility>
 
 #include "dro_error.h"
 #include "dro_string.h"
@@ -106,6 +107,10 @@ class droOsUdpSocket : public droIOsUdpSocket {
   // Closes the descriptor and forgets it and the destination, whatever fails. 0, or the code of the last
   // failure. Without a descriptor nothing happens, and a destination that was set stays.
   droEError Close() override;
+
+  // Gives the descriptor away: it stays open, the caller closes it, and the object has none any more. For one
+  // that is shared, such as a service manager's: Close would end receiving for all who share it.
+  int Release() { return std::exchange(m_descriptor, 0); }
 
   // Broadcasts the packet that wakes up a machine to port `port` of the local network. `mac` is the machine's
   // hardware address, six raw bytes. 0, or 2 when the packet was not sent in full.

@@ -243,6 +243,17 @@ TEST_F(DroOsUdpSocketHere, TakesOverWhatIsSet) {
   EXPECT_GT(socket.GetMaxMessageSize(), 0U);
 }
 
+TEST_F(DroOsUdpSocketHere, ReleasedDescriptorGoesOnReceiving) {
+  const int descriptor = socket.Release();
+  EXPECT_FALSE(socket.IsValid());
+  EXPECT_EQ(socket.Close(), droError_NoError);
+  Socket next(kType, descriptor);
+  EXPECT_FALSE(next.IsReadyToReceive(0)) << "a socket that is shut down is always ready, and gives nothing";
+  next.SetTo("127.0.0.1", bound.Port());
+  EXPECT_EQ(next.Send("a", 1), 1);
+  EXPECT_TRUE(next.IsReadyToReceive(10000));
+}
+
 TEST_F(DroOsUdpSocketHere, IsReadyBeyondTheEndOfAnFdSet) {
   if (kIsEmulated) GTEST_SKIP() << "qemu knows sets of FD_SETSIZE descriptors only";
   constexpr rlim_t wanted = FD_SETSIZE * 2 + 1;
