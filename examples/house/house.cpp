@@ -1,21 +1,26 @@
-// A small house that does what an Ura server does: it receives events and keeps parameters.
+// A small house that does what an Ura server does: it receives events, keeps parameters, and survives a
+// restart.
 //
-// usage: house [FILE]    (Ctrl-C ends it and writes the house to FILE as XML; house.xml unless given)
+// usage: house [STATE [LOG]]    (files for the values and for errors; house.state and house.log unless given)
 // Then, in another terminal: ura_event -id 1 -val 1 -type ParameterSwitch
 
-#include <netinet/in.h>
 #include <sys/socket.h>
+#include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <cstdio>
-#include <memory>
-#include <vector>
+#include <cstdlib>
 
 #include "dro_osfile.h"
 #include "dro_osudpsocket.h"
+#include "dro_time.h"
+#include "tav_house.h"
 #include "tav_parameteralert.h"
-#include "tav_parameterfactory.h"
+#include "tav_parametercolor.h"
 #include "tav_parametershutter.h"
+#include "tav_parameterslider.h"
+#include "tav_parameterswitch.h"
 #include "tav_parameterthermochronoweek.h"
 #include "tav_parametervrscene.h"
 
@@ -44,108 +49,94 @@ struct Heating : tavParameterThermoChronoWeek {
   void OnChangeTemperature() override { std::printf("heat to %.1f degrees\n", GetCurrentTemperature()); }
 };
 
-// A parameter of a type known by its name. The factory makes those that need no hook.
-std::unique_ptr<tavIParameter> Make(const char* type) {
-  const tavEObject id = tavParameterFactory::TypeNameToId(type);
-  if (id == tavObject_ParameterAlert) return std::make_unique<SmokeDetector>();
-  if (id == tavObject_ParameterShutter) return std::make_unique<Blind>();
-  if (id == tavObject_ParameterThermoChronoWeek) return std::make_unique<Heating>();
-  return std::unique_ptr<tavIParameter>(tavParameterFactory::CreateByType(id));
+// What is added last goes first: the switch before the slider that it moves, the scene before what it sets.
+static void Furnish(tavHouse& house) {
+  auto& dimmer = *house.Make<tavParameterSlider>(2, L"Dimmer");
+  auto& lamp = *house.Make<tavParameterSwitch>(1, L"Lamp");
+  auto& colour = *house.Make<tavParameterColor>(3, L"Colour");
+  auto& blind = *house.Make<Blind>(4, L"Blind");
+  house.Make<SmokeDetector>(5, L"Smoke");
+  house.Make<Heating>(6, L"Heating");
+  auto& evening = *house.Make<tavParameterVRScene>(7, L"Evening");
+
+  const unsigned char off = 0, on = 1, dark[4] = {}, full[4] = {0, 0, 0x80, 0x3F};  // 0.0 and 1.0
+  lamp.SetDrivenTarget(&dimmer);
+  lamp.AddDrivenMapItem(tavCodeOperator_Equal, &off, 1, dark, 4);
+  lamp.AddDrivenMapItem(tavCodeOperator_Equal, &on, 1, full, 4);
+
+  const unsigned char orange[4] = {0xFF, 0x80}, down = 3;
+  evening.BuildScene_Begin();
+  evening.BuildScene_AddSetParameter(&colour, orange, 4);
+  evening.BuildScene_AddWait(100);
+  evening.BuildScene_AddSetParameter(&blind, &down, 1);
+  evening.BuildScene_End();
 }
 
-// The bytes of a value that is written as text.
-std::vector<unsigned char> Bytes(const tavIParameter& parameter, const char* text) {
-  std::vector<unsigned char> bytes;
-  tavParameterFactory::StringToData(parameter.GetType(), text, &bytes);
-  return bytes;
+// Errors go to a file. Those of the OS library have their time already.
+static void LogTo(const char* path) {
+  dro::droError::Level = dro::droLogLevel_File;
+  dro::droError::LogFile = path;
+  tavError::Level = tavLogLevel_CallBack;
+  tavError::ShowErrorCallBack = [](const tavError& error) {
+    dro::droOsFile::AppendToFile(dro::droError::LogFile, "[%s]\n%s", dro::droTime::GetDateTime().c_str(),
+                                 error.GetDescription().c_str());
+  };
 }
 
-class House {
- public:
-  House() {
-    tavIParameter& lamp = Add(1, "ParameterSwitch", L"Lamp");
-    tavIParameter& dimmer = Add(2, "ParameterSlider", L"Dimmer");
-    tavIParameter& colour = Add(3, "ParameterColor", L"Colour");
-    tavIParameter& blind = Add(4, "ParameterShutter", L"Blind");
-    Add(5, "ParameterAlert", L"Smoke");
-    Add(6, "ParameterThermoChronoWeek", L"Heating");
-    tavParameterVRScene& evening = *Add(7, "ParameterVRScene", L"Evening").GetParameterVRScenePtr();
+// True if systemd has handed the bound socket over, as descriptor 3: it stays open while the house restarts.
+static bool IsActivated() {
+  const char* const process = std::getenv("LISTEN_PID");
+  const char* const sockets = std::getenv("LISTEN_FDS");
+  return process != nullptr && sockets != nullptr && std::atol(process) == getpid() &&
+         std::atol(sockets) == 1;
+}
 
-    lamp.SetDrivenTarget(&dimmer);  // the switch moves the slider
-    for (const char* value : {"0", "1"}) {
-      lamp.AddDrivenMapItem(tavCodeOperator_Equal, Bytes(lamp, value).data(), 1, Bytes(dimmer, value).data(),
-                            4);
-    }
-    evening.BuildScene_Begin();
-    evening.BuildScene_AddSetParameter(&colour, Bytes(colour, "0xFF8000").data(), 4);
-    evening.BuildScene_AddWait(100);
-    evening.BuildScene_AddSetParameter(&blind, Bytes(blind, "3").data(), 1);
-    evening.BuildScene_End();
-  }
-
-  // What was added last goes first: the scene before the parameters that it sets.
-  ~House() {
-    while (!m_parameters.empty()) m_parameters.pop_back();
-  }
-
-  // An event is the parameter's id (4 bytes, the lowest first), the size of the value, and the value.
-  void Apply(const unsigned char* event, int size) {
-    if (size < 6 || size != 5 + event[4]) return;  // an empty value would leave the parameter locked
-    unsigned int id = 0;
-    for (int i = 4; i-- > 0;) id = id << 8 | event[i];
-    for (const auto& parameter : m_parameters) {
-      // Flag 0 keeps what the event does not carry: one byte switches the schedule and leaves its set-points.
-      if (parameter->GetUniqueID() == id) return parameter->SetData(event + 5, event[4], 0);
-    }
-    std::printf("no parameter has the id %u\n", id);
-  }
-
-  // Takes over what has changed, whoever changed it. Making the switch clean moves the slider behind it.
-  void TakeOver() {
-    for (const auto& parameter : m_parameters) {
-      if (!parameter->IsDirty()) continue;
-      std::printf("%s = %.30s\n", parameter->ToString().c_str(), parameter->ValueToString().c_str());
-      parameter->IsDirty(false);
-    }
-  }
-
-  void Write(const char* path) const {
-    dro::droOsFile file(path, "w");
-    for (const auto& parameter : m_parameters) file.WriteText("%s\n", parameter->SerializeAsXml().c_str());
-  }
-
- private:
-  tavIParameter& Add(unsigned int id, const char* type, const wchar_t* name) {
-    tavIParameter& parameter = *m_parameters.emplace_back(Make(type));
-    parameter.SetUniqueID(id);
-    parameter.SetName(name);
-    return parameter;
-  }
-
-  std::vector<std::unique_ptr<tavIParameter>> m_parameters;
-};
+static void Print(tavIParameter& changed) {
+  std::printf("%s = %.30s\n", changed.ToString().c_str(), changed.ValueToString().c_str());
+}
 
 int main(int argc, char** argv) {
   std::setvbuf(stdout, nullptr, _IOLBF, BUFSIZ);
-  // Ctrl-C is held back until the loop asks for it. First of all: threads inherit this.
-  sigset_t interrupt;
-  sigemptyset(&interrupt);
-  sigaddset(&interrupt, SIGINT);
-  pthread_sigmask(SIG_BLOCK, &interrupt, nullptr);
+  // Ctrl-C and the system's request to end are held back until the loop asks. First of all: threads inherit
+  // this.
+  sigset_t ends;
+  sigemptyset(&ends);
+  sigaddset(&ends, SIGINT);
+  sigaddset(&ends, SIGTERM);
+  pthread_sigmask(SIG_BLOCK, &ends, nullptr);
+  const char* const state = argc > 1 ? argv[1] : "house.state";
+  LogTo(argc > 2 ? argv[2] : "house.log");
 
-  const sockaddr_in address{AF_INET, htons(16549), {htonl(INADDR_LOOPBACK)}, {}};
-  const int descriptor = ::socket(AF_INET, SOCK_DGRAM, 0);
-  dro::droOsUdpSocket socket(dro::droOsSocketType_Udp, descriptor);
-  if (bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address)) != 0) {
-    std::perror("house: UDP port 16549");
-    return 1;
-  }
-  House house;
+  const bool isActivated = IsActivated();
+  dro::droOsUdpSocket socket(dro::droOsSocketType_Udp,
+                             isActivated ? 3 : ::socket(AF_INET, SOCK_DGRAM | SOCK_CLOEXEC, 0));
+  if (!isActivated && socket.Bind("localhost", tavEvent::Port) != dro::droError_NoError) return 1;
+  tavHouse house;
+  Furnish(house);
+  house.Restore(state);
   std::printf("the house is ready\n");
-  for (const timespec noWait{}; sigtimedwait(&interrupt, nullptr, &noWait) < 0; house.TakeOver()) {
-    unsigned char event[260];
-    if (!socket.IsReadyToReceive(100)) continue;
-    house.Apply(event, socket.Receive(event, sizeof(event), nullptr, nullptr));
+
+  bool hasChanged = false;
+  bool isSaved = true;
+  std::chrono::steady_clock::time_point nextSave;
+  for (const timespec noWait{}; sigtimedwait(&ends, nullptr, &noWait) < 0;) {
+    tavEvent::Buffer buffer;
+    // Links and scenes make others dirty: after a change the house looks again at once.
+    if (socket.IsReadyToReceive(hasChanged ? 0 : 100)) {
+      const int size = socket.Receive(buffer.data(), buffer.size(), nullptr, nullptr);
+      const auto event = tavEvent::FromDatagram(buffer.data(), size);
+      if (event && house.Apply(*event) == tavHouse::Result::NoSuchParameter) {
+        std::printf("no parameter has the id %u\n", event->GetId());
+      }
+    }
+    hasChanged = house.TakeOver(Print) != 0;
+    if (hasChanged) isSaved = false;
+    const auto now = std::chrono::steady_clock::now();
+    if (isSaved || now < nextSave) continue;
+    isSaved = house.Save(state) == tavError_NoError;
+    nextSave = now + std::chrono::seconds(5);
   }
-  house.Write(argc > 1 ? argv[1] : "house.xml");
+  house.TakeOver(Print);              // what the last links have set
+  if (isActivated) socket.Release();  // to close it would end receiving for the next house, too
+  return house.Save(state) == tavError_NoError ? 0 : 1;
 }
