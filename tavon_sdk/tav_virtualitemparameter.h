@@ -17,7 +17,7 @@ class tavVirtualItemParameter : public tavVirtualItem {
   // The parameter to set, or null.
   tavIParameter* GetParameter() const { return m_parameter; }
 
-  int GetType() const override { return 1; }
+  int GetType() const override { return tavVirtualItem_SetParameter; }
 
   // Sets the parameter. Reports and returns code 6 if there is no parameter or no value.
   unsigned int Execute() override;

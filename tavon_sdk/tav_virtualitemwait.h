@@ -19,7 +19,7 @@ class tavVirtualItemWait : public tavVirtualItem {
   void SetWaitTime(const unsigned int& milliseconds) { m_waitTime = milliseconds; }
   unsigned int GetWaitTime() const { return m_waitTime; }
 
-  int GetType() const override { return 0; }
+  int GetType() const override { return tavVirtualItem_Wait; }
 
   // Announces the next Execute: an ExitExecute from now on ends it at once, even before the wait has begun.
   // Without memory it does nothing, and Execute reports that.

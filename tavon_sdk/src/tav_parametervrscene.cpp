@@ -22,9 +22,6 @@ constexpr unsigned char kPlayRepeatedly = 2;
 constexpr std::array<tavValueWord, 6> kCommands = {
     {{"stop", "0"}, {"once", "1"}, {"repeat", "2"}, {"0", "0"}, {"1", "1"}, {"2", "2"}}};
 
-constexpr int kWaitItem = 0;
-constexpr int kParameterItem = 1;
-
 constexpr unsigned int kShortestWait = 10;  // ms
 constexpr unsigned int kPause = 100;        // ms, after a play
 constexpr unsigned long kStackSize = 524288;
@@ -64,10 +61,10 @@ struct tavParameterVRScene::Items {
 struct tavParameterVRScene::Step {
   explicit Step(tavIVirtualItem& stepItem) : item(stepItem) {
     switch (item.GetType()) {
-      case kWaitItem:
+      case tavVirtualItem_Wait:
         wait = dynamic_cast<tavVirtualItemWait*>(&item);
         break;
-      case kParameterItem:
+      case tavVirtualItem_SetParameter:
         setting = dynamic_cast<tavVirtualItemParameter*>(&item);
         break;
       default:
