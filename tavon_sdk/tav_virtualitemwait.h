@@ -32,10 +32,10 @@ class tavVirtualItemWait : public tavVirtualItem {
   void ExitExecute() override;
 
  private:
-  std::shared_ptr<VEvent> WakeUp() const;
+  std::shared_ptr<VEvent> WakeUpEvent() const;
 
-  mutable std::mutex m_lock;         // guards the pointer below; never held during a wait
-  std::shared_ptr<VEvent> m_wakeUp;  // from Prepare, or the beginning of Execute, to the end of Execute
+  mutable std::mutex m_lock;              // guards the pointer below; never held during a wait
+  std::shared_ptr<VEvent> m_wakeUpEvent;  // from Prepare, or the beginning of Execute, to the end of Execute
   unsigned int m_waitTime = 0;
 };
 

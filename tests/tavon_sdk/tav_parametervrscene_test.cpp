@@ -8,6 +8,7 @@
 
 #include "expect_report.h"
 #include "object_lock.h"
+#include "system_calls.h"
 #include "tav_parameterbyte.h"
 #include "tav_virtualitemwait.h"
 #include "test_clock.h"
@@ -135,6 +136,16 @@ TEST_F(TavParameterVRScene, DropsTheRestOfAPlayWhenAHookDeletesItsItems) {
     scene.term_thread();  // waits for the play thread
     EXPECT_THAT(scene.events, ElementsAre("second 7")) << onThread;
   }
+}
+
+TEST(TavVirtualItemWait, ReportsThatItCannotWaitAndTriesAgain) {
+  tavVirtualItemWait wait;
+  {
+    const auto noState = system_calls::pthread_mutex_init.Returns(ENOMEM);
+    ExpectReport({5, "tav_virtualitemwait", "Execute", "Can not allocate tavSysEvent object", 33}, 0U,
+                 [&] { return wait.Execute(); });
+  }
+  EXPECT_EQ(wait.Execute(), 0U);
 }
 
 // A wait of a minute in a scene, which tells when it has ended.
