@@ -17,8 +17,11 @@ enum class tavThreadStart { Started, NoMemory, Failed };
 // and guards the calls that the thread makes into hooks.
 //
 // The parameter has it as a member and ends the thread in its destructor. The parameter's lock guards the
-// request, so that the thread can read it together with the value, in one step. A thread is made once: after
-// it has been asked to end, the parameter never gets another.
+// request, so that the thread can read it together with the value, in one step. Once made, the request stays:
+// after a stop the parameter may start a thread again, but that thread finds the request and ends at once.
+//
+// A hook on the thread may end its own thread. It must not call pthread_exit, and hooks of two parameters
+// must not end each other's threads, because each would wait for the other.
 //
 // A thread does not survive fork(). An object with a thread belongs to the process that made it: a child
 // process must not use its copy, and waits for ever if it destroys it. A child that calls exec is fine.
@@ -30,23 +33,25 @@ class tavWorkerThread {
   tavWorkerThread(const tavWorkerThread&) = delete;
   tavWorkerThread& operator=(const tavWorkerThread&) = delete;
 
-  // Makes a thread that calls work(thread, owner). The stack size is in bytes. The owner reports a failure.
+  // Makes a thread that calls work(thread, owner), unless one has been started. The stack size is in bytes.
+  // The owner reports a failure; the next call tries again.
   tavThreadStart Start(VThread::Work work, void* owner, unsigned long stackSize);
 
-  // True once Start had the memory for a thread, even if the thread did not start.
-  bool Exists() const { return m_thread != nullptr; }
+  // True from a Start that had the memory for a thread, even if the thread did not start, to WaitForEnd.
+  bool Exists() const;
 
   // True for this object's thread.
-  bool Is(const VThread* thread) const { return m_thread.get() == thread; }
+  bool Is(const VThread* thread) const;
 
   // Asks the thread to end, for good. False, without any effect, if there is no thread.
   bool AskToEnd();
 
-  // True once the thread has been asked to end.
+  // True once a thread has been asked to end.
   bool MustEnd() const;
 
-  // Call it after AskToEnd, without holding the lock: ends the thread's pause and waits until its work has
-  // returned. On the thread itself, that is in one of its hooks, it does not wait.
+  // Call it after AskToEnd, without holding the lock: ends the thread's pause, waits until its work has
+  // returned, and frees the thread. On the thread itself, that is in one of its hooks, it does neither wait
+  // nor free.
   void WaitForEnd();
 
   // Makes a call on the thread into a hook or another virtual function. An exception that leaves it ends that
@@ -68,9 +73,11 @@ class tavWorkerThread {
  private:
   static void ReportException();
 
+  // The owner's lock guards all members.
   vMutex& m_ownersLock;
   bool m_mustEnd = false;
-  std::unique_ptr<VThread> m_thread;
+  bool m_isStarted = false;
+  std::shared_ptr<VThread> m_thread;  // several callers may wait for its end
 };
 
 }  // namespace tavon

@@ -148,7 +148,6 @@ tavEError tavParameterVRScene::BuildScene_End() {
     kReport(tavError_NoError, "tavParameterVRScene do not use Thread for play", {193});
     return tavError_NoError;
   }
-  if (m_thread.Exists()) return tavError_NoError;
   switch (m_thread.Start(thread_procedure, this, kStackSize)) {
     case tavThreadStart::Started:
       break;

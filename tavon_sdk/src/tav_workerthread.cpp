@@ -1,5 +1,6 @@
 #include "tav_workerthread.h"
 
+#include <cerrno>
 #include <exception>
 #include <new>
 
@@ -35,20 +36,36 @@ tavWorkerThread::~tavWorkerThread() {
 }
 
 tavThreadStart tavWorkerThread::Start(VThread::Work work, void* owner, unsigned long stackSize) {
+  const tavSMutex lock(&m_ownersLock);
+  if (m_isStarted) return tavThreadStart::Started;
   try {
-    m_thread = std::make_unique<VThread>();
+    if (!m_thread) m_thread = std::make_shared<VThread>();
   } catch (const std::bad_alloc&) {
     return tavThreadStart::NoMemory;
   }
   m_thread->SetAutoRelease(false);
   m_thread->SetWork(work, owner);
-  return m_thread->Start(stackSize) ? tavThreadStart::Started : tavThreadStart::Failed;
+  const int error = m_thread->Start2(stackSize);
+  m_isStarted = error == 0;
+  if (error == ENOMEM) m_thread.reset();  // it was made without all that it needs, and can never start
+  if (m_isStarted) return tavThreadStart::Started;
+  return m_thread ? tavThreadStart::Failed : tavThreadStart::NoMemory;
+}
+
+bool tavWorkerThread::Exists() const {
+  const tavSMutex lock(&m_ownersLock);
+  return m_thread != nullptr;
+}
+
+bool tavWorkerThread::Is(const VThread* thread) const {
+  const tavSMutex lock(&m_ownersLock);
+  return m_thread.get() == thread;
 }
 
 bool tavWorkerThread::AskToEnd() {
   const tavSMutex lock(&m_ownersLock);
-  if (Exists()) m_mustEnd = true;
-  return m_mustEnd;
+  if (m_thread) m_mustEnd = true;
+  return m_thread != nullptr;
 }
 
 bool tavWorkerThread::MustEnd() const {
@@ -56,7 +73,20 @@ bool tavWorkerThread::MustEnd() const {
   return m_mustEnd;
 }
 
-void tavWorkerThread::WaitForEnd() { m_thread->Stop(); }
+void tavWorkerThread::WaitForEnd() {
+  std::shared_ptr<VThread> thread;  // destroyed after the lock is released, because that may wait as well
+  {
+    const tavSMutex lock(&m_ownersLock);
+    thread = m_thread;
+  }
+  if (!thread) return;
+  thread->Stop();
+  if (thread->GetThreadHandle() == VThread::GetCurrentThreadHandle()) return;
+  const tavSMutex lock(&m_ownersLock);
+  if (m_thread != thread) return;
+  m_thread.reset();
+  m_isStarted = false;
+}
 
 void tavWorkerThread::ReportException() {
   try {

@@ -7,6 +7,7 @@
 #include <stdexcept>
 
 #include "expect_report.h"
+#include "failing_allocation.h"
 #include "object_lock.h"
 #include "system_calls.h"
 #include "tav_parameterbyte.h"
@@ -22,6 +23,10 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 
 constexpr unsigned char kSeven = 7;
+
+Report OfBuildEnd(int code, const char* message, int line) {
+  return {code, "tav_parametervrscene", "BuildScene_End", message, line};
+}
 
 // A scene that is being built, with two parameters to set to 7. It notes what its hooks are told, and then
 // does what the test wants.
@@ -136,6 +141,40 @@ TEST_F(TavParameterVRScene, DropsTheRestOfAPlayWhenAHookDeletesItsItems) {
     scene.term_thread();  // waits for the play thread
     EXPECT_THAT(scene.events, ElementsAre("second 7")) << onThread;
   }
+}
+
+TEST_F(TavParameterVRScene, ReportsEveryMemoryShortageOfItsThreadAndTriesAgain) {
+  scene.AddSet(scene.first);
+  scene.BuildScene_AddWait(60000);
+  bool hasHappened = true;
+  for (int count = 0; hasHappened; ++count) {
+    tavEError result = tavError_NoError;
+    const std::string printed = CapturedOutput([&] {
+      const auto shortage = FailingAllocation::After(count);
+      result = scene.BuildScene_End();
+      hasHappened = shortage.HasHappened();
+    });
+    if (!hasHappened) break;
+    EXPECT_EQ(result, tavError_OutOfMemory) << "at allocation " << count;
+    ExpectReports(printed, {OfBuildEnd(5, "Can not create thread for tavParameterVRScene", 184)});
+  }
+  scene.Play(1);
+}
+
+TEST_F(TavParameterVRScene, TriesAgainAfterItsThreadDidNotStartAndAfterAStop) {
+  scene.AddSet(scene.first);
+  scene.BuildScene_AddWait(60000);
+  const auto expectNoThread = [this] {
+    const auto noThreads = system_calls::pthread_attr_setstacksize.Returns(EAGAIN);
+    ExpectReport(OfBuildEnd(1, "Can not start thread for tavParameterVRScene", 189), tavError_OperationFailed,
+                 [this] { return scene.BuildScene_End(); });
+  };
+  expectNoThread();
+  expectNoThread();
+  EXPECT_EQ(scene.BuildScene_End(), tavError_NoError);
+  scene.Play(1);
+  scene.term_thread();
+  expectNoThread();
 }
 
 TEST(TavVirtualItemWait, ReportsThatItCannotWaitAndTriesAgain) {
