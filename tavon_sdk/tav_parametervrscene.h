@@ -1,7 +1,5 @@
 #pragma once
 
-#include <memory>
-
 #include "tav_typedparameter.h"
 #include "tav_virtualitem.h"
 #include "tav_workerthread.h"
@@ -13,24 +11,35 @@ namespace tavon {
 // over, 0 stops it. A single play ends with the value 0.
 //
 // A scene without waits and with few items is played at once, by the thread that sets the value, with the
-// scene's lock held. Any other scene is played on a thread that it owns. The scene owns its items. The
-// parameters that they set must outlive the scene, or at least its items: delete_scene() removes the items
-// while the parameters still exist.
+// scene's lock held. Any other scene is played on a thread that it owns, which has a stack of 512 KiB and
+// never holds the lock while it waits, executes an item or calls a hook. Without a wait, repeated plays keep
+// a processor core busy.
 //
-// The play thread never holds the lock while it waits or executes an item. Do not destroy or rebuild the
-// scene while holding its lock, because that waits for the play thread.
+// The play thread hears a request to play only while it waits for one. A request that comes before the thread
+// has come to its wait, during a play or in the 100 ms after it is missed: the value is stored and nothing is
+// played. A stop ends the play that it meets, and its wait at once, even if a request follows immediately;
+// that request is missed as well.
+//
+// The scene owns its items, and its chain of items is not changed from outside. The parameters that they set
+// must outlive the scene, or at least its items: delete_scene() removes the items while the parameters still
+// exist.
+//
+// Do not destroy or rebuild the scene while holding its lock, because that waits for the play thread.
 //
 // A play calls the items, the virtual SetData and the hooks OnParameterSet and OnPlayFinish. On the play
-// thread an exception that leaves one of them ends that call and is reported, and the play goes on. In a play
-// at once it ends the play and reaches the caller of SetData.
+// thread an exception that leaves one of them ends that call and is reported, and the play goes on with what
+// follows. In a play at once it ends the play and reaches the caller of SetData.
 //
 // Items and hooks may delete or rebuild the scene: the item that is executing lives until it returns, and the
-// rest of the play is dropped, without OnPlayFinish. They may set the value: a play that is under way is not
-// started again by its own thread, even in a scene that contains itself, directly or through another scene or
-// a link; the value stays as it was set. They must not destroy the scene object itself. A derived class that
-// overrides a hook or SetData must call delete_scene() at the beginning of its destructor.
+// rest of the play is dropped, without OnPlayFinish. They may set the value, but no other play starts before
+// the last item is done, even in a scene that contains itself, directly or through another scene or a link;
+// the value stays as it was set. When OnPlayFinish of a play at once asks for another play, that one is over
+// before SetValue returns: such plays nest, so there must be an end to them. Items and hooks must not destroy
+// the scene object itself. A derived class that overrides a hook or SetData must call delete_scene() at the
+// beginning of its destructor.
 //
-// The object belongs to the process that made it, see tavWorkerThread.
+// The object belongs to the process that made it; see tavWorkerThread for that, and for what hooks must not
+// do.
 class tavParameterVRScene : public tavTypedParameter<1> {
  public:
   static constexpr const char* TypeName = "ParameterVRScene";
@@ -48,7 +57,10 @@ class tavParameterVRScene : public tavTypedParameter<1> {
   // Build the scene: Begin discards the items, the Add calls append new ones, and End makes the scene ready
   // to play. They return 0 or a reported code: 1 if Begin was not called or the thread does not start, 5
   // without memory, 6 for a wait below 10 ms or a missing parameter or value. A failed call leaves the scene
-  // as it was. Only one thread may build at a time.
+  // as it was; after a failed End, the next End tries again. If several threads build, their items mix.
+  //
+  // End of a scene that is played at once writes a notice (code 0) to the error log and returns 0. At a level
+  // of the log that throws, it throws the notice.
   //
   // A scene object plays on a thread only until its first rebuild, on purpose: Begin ends the thread, and a
   // stopped scene must stay silent. Nor is such a scene played at once later. Make a new object instead.
@@ -65,9 +77,8 @@ class tavParameterVRScene : public tavTypedParameter<1> {
   void SetValue(unsigned char value);
   unsigned char GetValue() const { return CopyBytes()[0]; }
 
-  // Stores the value, and plays or stops. The play thread misses a request that comes while it plays or in
-  // the 100 ms after a play. Stopping ends a running wait. A scene that is played at once plays only at the
-  // value 1, and only if it has items.
+  // Stores the value, and plays or stops. A scene that is played at once plays only at the value 1, and only
+  // if it has items.
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
   // Adds the element "scene" with an element for each item, in order. A parameter is described by its id and
@@ -77,14 +88,16 @@ class tavParameterVRScene : public tavTypedParameter<1> {
 
   // Hook: a single play has come to its end, and the value is 0 again. Not called for a stopped play.
   virtual void OnPlayFinish() {}
-  // Hook: an item has set a parameter.
+  // Hook: an item that sets a parameter was executed. Called even if that failed.
   virtual void OnParameterSet(tavIParameter* parameter) { static_cast<void>(parameter); }
 
-  // Ends the play thread and a running wait, for good. On the play thread itself it does not wait for that.
+  // Ends the play thread and a running wait, for good; does nothing if there is no thread. In a hook or an
+  // item of this scene it does not wait for the end.
   void term_thread();
   // Does the same, and deletes all items.
   void delete_scene();
-  // Appends an item, which then belongs to the scene. Other threads must not call it during a play.
+  // Appends an item, which then belongs to the scene, and those linked behind it. Needs no memory, and takes
+  // the same time however many items there are.
   void add_as_last(tavIVirtualItem* item);
 
   // The work of the play thread; its argument is the scene.
@@ -97,27 +110,37 @@ class tavParameterVRScene : public tavTypedParameter<1> {
   using tavTypedParameter::SetDataFromString;
 
  private:
-  struct Items;
-  struct Step;
+  class Play;
 
-  template <class Item>
-  std::unique_ptr<Item> MakeItem();
-  tavIVirtualItem* FirstItem() const;
-  bool HasMoreThan(unsigned int count) const;
+  // Owns its items, which are linked one to the next.
+  struct Items {
+    Items() = default;
+    ~Items();
+    Items(const Items&) = delete;
+    Items& operator=(const Items&) = delete;
+
+    void Append(tavIVirtualItem* item);
+    void Swap(Items& other);
+
+    tavIVirtualItem* first = nullptr;
+    tavIVirtualItem* last = nullptr;  // where the next is appended
+  };
+
+  bool HasMoreItemsThan(unsigned int count) const;
   void EndWaits();
-  void ExecuteStep(const Step& step);
-  bool IsPlaying(const std::shared_ptr<Items>& items) const;
-  bool MayExecute(const std::shared_ptr<Items>& items, const Step& step) const;
-  bool PlayItems(const std::shared_ptr<Items>& items);
+  void TellOfSetting(tavIVirtualItem& executed);
   void PlayOnThread();
   void PlayAtOnce();
 
   bool m_isBuilding = false;
   bool m_usesThread = false;
-  bool m_isPlayingAtOnce = false;
   VEvent m_playEvent;
   tavWorkerThread m_thread{m_lock};
-  std::shared_ptr<Items> m_items;  // null while there are none; a play that is under way owns them, too
+  Items m_items;
+  Items m_discarded;                 // by an item or hook of the play that is under way; freed at its end
+  bool m_isPlaying = false;          // from before the first item to after the last
+  unsigned int m_playsAtOnce = 0;    // under way; one OnPlayFinish may nest another
+  unsigned int m_interruptions = 0;  // how often a stop or the loss of the items has ended any play
 };
 
 }  // namespace tavon

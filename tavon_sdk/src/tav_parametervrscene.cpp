@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <memory>
 #include <new>
 #include <utility>
 
@@ -26,56 +27,93 @@ constexpr unsigned int kShortestWait = 10;  // ms
 constexpr unsigned int kPause = 100;        // ms, after a play
 constexpr unsigned long kStackSize = 524288;
 
-// A flag that is set for a scope.
-class ScopedFlag {
+// Counts one more for a scope.
+class ScopedCount {
  public:
-  explicit ScopedFlag(bool& flag) : m_flag(flag) { m_flag = true; }
-  ~ScopedFlag() { m_flag = false; }
-  ScopedFlag(const ScopedFlag&) = delete;
-  ScopedFlag& operator=(const ScopedFlag&) = delete;
+  explicit ScopedCount(unsigned int& count) : m_count(count) { ++m_count; }
+  ~ScopedCount() { --m_count; }
+  ScopedCount(const ScopedCount&) = delete;
+  ScopedCount& operator=(const ScopedCount&) = delete;
 
  private:
-  bool& m_flag;
+  unsigned int& m_count;
 };
+
+// The item as an object of its kind; null if it is of another.
+template <class Item>
+Item* ItemAs(tavEVirtualItem kind, tavIVirtualItem& item) {
+  return item.GetType() == kind ? dynamic_cast<Item*>(&item) : nullptr;
+}
 
 }  // namespace
 
-// Owner of the list of items. A play shares the ownership, so that the executing item lives until it returns
-// even if it deletes the items of its scene.
-struct tavParameterVRScene::Items {
-  Items() = default;
-  ~Items() {
-    while (first != nullptr) {
-      const std::unique_ptr<tavIVirtualItem> item(first);
-      first = item->GetNext();
-    }
+// A play, from before its first item to after its last. Items that are discarded meanwhile live until it
+// ends, so that the one that is executing may discard them.
+class tavParameterVRScene::Play {
+ public:
+  explicit Play(tavParameterVRScene& scene) : m_scene(scene) {}
+  ~Play() {
+    Items discarded;  // outlives the lock: an item may take locks of its own when it goes
+    const tavSMutex lock(&m_scene.m_lock);
+    m_scene.m_isPlaying = false;
+    discarded.Swap(m_scene.m_discarded);
   }
-  Items(const Items&) = delete;
-  Items& operator=(const Items&) = delete;
+  Play(const Play&) = delete;
+  Play& operator=(const Play&) = delete;
 
-  tavIVirtualItem* first = nullptr;
-  tavIVirtualItem* last = nullptr;  // where the next is appended
+  // The item to execute now; null when the play is over. The first call begins the play.
+  tavIVirtualItem* Next() {
+    const tavSMutex lock(&m_scene.m_lock);
+    if (m_item == nullptr) {
+      m_scene.m_isPlaying = true;
+      m_interruptions = m_scene.m_interruptions;
+      m_isOnThread = m_scene.m_usesThread;
+    }
+    if (m_scene.m_thread.MustEnd() || m_scene.m_interruptions != m_interruptions) return nullptr;
+    const unsigned char value = m_isOnThread ? m_scene.m_value[0] : kPlayOnce;
+    if (value == kStopped) return nullptr;
+    m_item = m_item == nullptr ? m_scene.m_items.first : m_item->GetNext();
+    if (m_item == nullptr && value == kPlayRepeatedly) m_item = m_scene.m_items.first;
+    m_isFinished = m_item == nullptr;
+    // A stop either was seen above or ends the wait that is about to begin.
+    if (auto* const wait = dynamic_cast<tavVirtualItemWait*>(m_item)) wait->Prepare();
+    return m_item;
+  }
+
+  // True if the play was over because it came to the end of the items.
+  bool IsFinished() const { return m_isFinished; }
+
+ private:
+  tavParameterVRScene& m_scene;
+  unsigned int m_interruptions = 0;  // when it began
+  bool m_isOnThread = false;         // otherwise it does not look at the value
+  tavIVirtualItem* m_item = nullptr;
+  bool m_isFinished = false;
 };
 
-// An item and its kind, which is asked for once. At most one of the two pointers is set.
-struct tavParameterVRScene::Step {
-  explicit Step(tavIVirtualItem& stepItem) : item(stepItem) {
-    switch (item.GetType()) {
-      case tavVirtualItem_Wait:
-        wait = dynamic_cast<tavVirtualItemWait*>(&item);
-        break;
-      case tavVirtualItem_SetParameter:
-        setting = dynamic_cast<tavVirtualItemParameter*>(&item);
-        break;
-      default:
-        break;
-    }
+tavParameterVRScene::Items::~Items() {
+  while (first != nullptr) {
+    const std::unique_ptr<tavIVirtualItem> item(first);
+    first = item->GetNext();
   }
+}
 
-  tavIVirtualItem& item;
-  tavVirtualItemWait* wait = nullptr;
-  tavVirtualItemParameter* setting = nullptr;
-};
+void tavParameterVRScene::Items::Append(tavIVirtualItem* item) {
+  if (item == nullptr) return;
+  if (last == nullptr) {
+    first = item;
+  } else {
+    // The last item may have brought others with it.
+    while (tavIVirtualItem* const next = last->GetNext()) last = next;
+    last->SetNext(item);
+  }
+  last = item;
+}
+
+void tavParameterVRScene::Items::Swap(Items& other) {
+  std::swap(first, other.first);
+  std::swap(last, other.last);
+}
 
 unsigned char tavParameterVRScene::NonThreadParametersCount = 2;
 
@@ -113,7 +151,7 @@ tavEError tavParameterVRScene::BuildScene_AddWait(const unsigned int& ms) {
   if (ms < kShortestWait) {
     return kReport(tavError_InvalidArgument, "The smallest wait time must be 10 ms", {201});
   }
-  std::unique_ptr<tavVirtualItemWait> wait = MakeItem<tavVirtualItemWait>();
+  std::unique_ptr<tavVirtualItemWait> wait(new (std::nothrow) tavVirtualItemWait);
   if (!wait) return kReport(tavError_OutOfMemory, "pWait == 0", {204});
   wait->SetWaitTime(ms);
   add_as_last(wait.release());
@@ -131,13 +169,13 @@ tavEError tavParameterVRScene::BuildScene_AddSetParameter(tavIParameter* pPrm, c
   if (pBuffer == nullptr || size == 0) {
     return kReport(tavError_InvalidArgument, "pBuffer == 0 || size == 0", {215});
   }
-  std::unique_ptr<tavVirtualItemParameter> item = MakeItem<tavVirtualItemParameter>();
+  std::unique_ptr<tavVirtualItemParameter> item(new (std::nothrow) tavVirtualItemParameter);
   if (!item) return kReport(tavError_OutOfMemory, "pVprm == 0", {218});
   if (item->SetParameter(pPrm, pBuffer, size) != tavError_NoError) {
     return kReport(tavError_OperationFailed, "Can not set parameter as virtual item", {220});
   }
   add_as_last(item.release());
-  if (HasMoreThan(NonThreadParametersCount)) m_usesThread = true;
+  if (!m_usesThread) m_usesThread = HasMoreItemsThan(NonThreadParametersCount);
   return tavError_NoError;
 }
 
@@ -171,6 +209,7 @@ void tavParameterVRScene::SetData(const unsigned char* data, const unsigned int&
   const tavSMutex lock(&m_lock);
   if (m_usesThread) {
     if (m_value[0] == kStopped) {
+      ++m_interruptions;
       EndWaits();
     } else {
       m_playEvent.Signal();
@@ -182,20 +221,21 @@ void tavParameterVRScene::SetData(const unsigned char* data, const unsigned int&
   }
   // A play at once holds the lock. So if one is under way here, this call comes from one of its own items or
   // hooks, and must not start it again.
-  if (m_value[0] == kPlayOnce && FirstItem() != nullptr && !m_isPlayingAtOnce) PlayAtOnce();
+  if (m_value[0] == kPlayOnce && m_items.first != nullptr && !m_isPlaying) PlayAtOnce();
 }
 
 tavString tavParameterVRScene::SerializeParametersAsXml() const {
   const tavSMutex lock(&m_lock);
   tavString xml = tavTypedParameter::SerializeParametersAsXml();
   xml.append("<scene>");
-  for (tavIVirtualItem* item = FirstItem(); item != nullptr; item = item->GetNext()) {
-    const Step step(*item);
-    if (step.wait != nullptr) {
-      xml.append("<wait ms_time=\"").append(tavString::FromULong(step.wait->GetWaitTime()));
+  for (tavIVirtualItem* item = m_items.first; item != nullptr; item = item->GetNext()) {
+    if (const auto* const wait = ItemAs<tavVirtualItemWait>(tavVirtualItem_Wait, *item)) {
+      xml.append("<wait ms_time=\"").append(tavString::FromULong(wait->GetWaitTime()));
       xml.append("\"></wait>");
-    } else if (step.setting != nullptr && step.setting->GetParameter() != nullptr) {
-      const tavIParameter& target = *step.setting->GetParameter();
+    } else if (const auto* const setting =
+                   ItemAs<tavVirtualItemParameter>(tavVirtualItem_SetParameter, *item);
+               setting != nullptr && setting->GetParameter() != nullptr) {
+      const tavIParameter& target = *setting->GetParameter();
       xml.append("<set id=\"").append(tavString::FromULong(target.GetUniqueID()));
       xml.append("\" val=\"").append(target.ValueToString()).append("\"></set>");
     }
@@ -210,6 +250,9 @@ void tavParameterVRScene::term_thread() {
     if (!m_thread.AskToEnd()) return;
     m_playEvent.Signal();
     EndWaits();
+    // A hook or item of a play at once calls. That play holds the lock, which the thread needs to end.
+    // Whoever ends the thread next waits for it.
+    if (m_playsAtOnce != 0) return;
   }
   m_thread.WaitForEnd();
   m_playEvent.Reset();
@@ -217,95 +260,48 @@ void tavParameterVRScene::term_thread() {
 
 void tavParameterVRScene::delete_scene() {
   term_thread();
-  std::shared_ptr<Items> deleted;  // outlives the lock: an item may take locks of its own when it goes
+  Items discarded;  // outlives the lock: an item may take locks of its own when it goes
   const tavSMutex lock(&m_lock);
-  if (m_items.use_count() > 1) EndWaits();
-  deleted.swap(m_items);
+  ++m_interruptions;
+  discarded.Swap(m_items);
+  if (!m_isPlaying) return;
+  m_discarded.Append(std::exchange(discarded.first, nullptr));
 }
 
 void tavParameterVRScene::add_as_last(tavIVirtualItem* item) {
-  if (item == nullptr) return;
-  std::unique_ptr<tavIVirtualItem> owner(item);
   const tavSMutex lock(&m_lock);
-  if (!m_items) m_items = std::make_shared<Items>();
-  if (m_items->last == nullptr) {
-    m_items->first = owner.release();
-  } else {
-    // An item may have brought others with it.
-    while (tavIVirtualItem* const next = m_items->last->GetNext()) m_items->last = next;
-    m_items->last->SetNext(owner.release());
-  }
-  m_items->last = item;
+  m_items.Append(item);
 }
 
-// Makes an item, and first the list, so that appending the item cannot fail. Null without memory.
-template <class Item>
-std::unique_ptr<Item> tavParameterVRScene::MakeItem() {
-  try {
-    if (!m_items) m_items = std::make_shared<Items>();
-    return std::make_unique<Item>();
-  } catch (const std::bad_alloc&) {
-    return nullptr;
-  }
-}
-
-tavIVirtualItem* tavParameterVRScene::FirstItem() const { return m_items ? m_items->first : nullptr; }
-
-bool tavParameterVRScene::HasMoreThan(unsigned int count) const {
-  tavIVirtualItem* item = FirstItem();
+bool tavParameterVRScene::HasMoreItemsThan(unsigned int count) const {
+  tavIVirtualItem* item = m_items.first;
   while (item != nullptr && count-- > 0) item = item->GetNext();
   return item != nullptr;
 }
 
 // An item that throws does not keep the others waiting.
 void tavParameterVRScene::EndWaits() {
-  for (tavIVirtualItem* item = FirstItem(); item != nullptr; item = item->GetNext()) {
+  for (tavIVirtualItem* item = m_items.first; item != nullptr; item = item->GetNext()) {
     tavWorkerThread::Guard([item] { item->ExitExecute(); });
   }
 }
 
-void tavParameterVRScene::ExecuteStep(const Step& step) {
-  step.item.Execute();
-  if (step.setting != nullptr) OnParameterSet(step.setting->GetParameter());
-}
-
-// True if a play of these items is to go on: it was not stopped, and the scene still has them.
-bool tavParameterVRScene::IsPlaying(const std::shared_ptr<Items>& items) const {
-  const tavSMutex lock(&m_lock);
-  return !m_thread.MustEnd() && m_value[0] != kStopped && m_items == items;
-}
-
-// True if the play is to go on with an item. A wait is announced in the same step, so that a stop either is
-// seen here or ends the wait that is about to begin.
-bool tavParameterVRScene::MayExecute(const std::shared_ptr<Items>& items, const Step& step) const {
-  const tavSMutex lock(&m_lock);
-  if (!IsPlaying(items)) return false;
-  if (step.wait != nullptr) step.wait->Prepare();
-  return true;
-}
-
-// Plays again and again while the value says so. True if a single play came to its end.
-bool tavParameterVRScene::PlayItems(const std::shared_ptr<Items>& items) {
-  tavIVirtualItem* const first = items ? items->first : nullptr;
-  do {
-    for (tavIVirtualItem* item = first; item != nullptr; item = item->GetNext()) {
-      const Step step(*item);
-      if (!MayExecute(items, step)) return false;
-      tavWorkerThread::Guard([&] { ExecuteStep(step); });
-    }
-  } while (first != nullptr && GetValue() == kPlayRepeatedly);
-  return IsPlaying(items);  // a stop during the last item is a stop, too
+void tavParameterVRScene::TellOfSetting(tavIVirtualItem& executed) {
+  if (const auto* const setting = ItemAs<tavVirtualItemParameter>(tavVirtualItem_SetParameter, executed)) {
+    OnParameterSet(setting->GetParameter());
+  }
 }
 
 void tavParameterVRScene::PlayOnThread() {
-  std::shared_ptr<Items> items;
-  {
-    const tavSMutex lock(&m_lock);
-    if (m_value[0] == kStopped) return;
-    items = m_items;
-  }
   bool isFinished = false;
-  tavWorkerThread::Guard([&] { isFinished = PlayItems(items); });
+  tavWorkerThread::Guard([&] {
+    Play play(*this);
+    while (tavIVirtualItem* const item = play.Next()) {
+      tavWorkerThread::Guard([&] { item->Execute(); });
+      tavWorkerThread::Guard([&] { TellOfSetting(*item); });
+    }
+    isFinished = play.IsFinished();
+  });
   if (!isFinished) return;
   tavWorkerThread::Guard([&] { SetBytes({kStopped}); });
   tavWorkerThread::Guard([&] { OnPlayFinish(); });
@@ -313,11 +309,14 @@ void tavParameterVRScene::PlayOnThread() {
 
 // Plays on the thread that sets the value, with the lock held.
 void tavParameterVRScene::PlayAtOnce() {
-  const ScopedFlag playing(m_isPlayingAtOnce);
-  const std::shared_ptr<Items> items = m_items;
-  for (tavIVirtualItem* item = items->first; item != nullptr; item = item->GetNext()) {
-    ExecuteStep(Step(*item));
-    if (m_items != items) return;  // the scene was rebuilt or deleted: the rest is dropped
+  const ScopedCount holdsLock(m_playsAtOnce);
+  {
+    Play play(*this);
+    while (tavIVirtualItem* const item = play.Next()) {
+      item->Execute();
+      TellOfSetting(*item);
+    }
+    if (!play.IsFinished()) return;
   }
   SetBytes({kStopped});
   OnPlayFinish();

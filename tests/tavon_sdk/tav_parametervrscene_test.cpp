@@ -11,6 +11,7 @@
 #include "object_lock.h"
 #include "system_calls.h"
 #include "tav_parameterbyte.h"
+#include "tav_virtualitemparameter.h"
 #include "tav_virtualitemwait.h"
 #include "test_clock.h"
 
@@ -27,6 +28,24 @@ constexpr unsigned char kSeven = 7;
 Report OfBuildEnd(int code, const char* message, int line) {
   return {code, "tav_parametervrscene", "BuildScene_End", message, line};
 }
+
+// An item that does what the test wants, and counts how often its wait is to end.
+struct Item : tavVirtualItemParameter {
+  int GetType() const override { return onGetType(); }
+  unsigned int Execute() override {
+    onExecute();
+    return 0;
+  }
+  void ExitExecute() override {
+    ++exits;
+    onExit();
+  }
+
+  std::function<int()> onGetType = [] { return 2; };  // a kind of its own
+  std::function<void()> onExecute = [] {};
+  std::function<void()> onExit = [] {};
+  int exits = 0;
+};
 
 // A scene that is being built, with two parameters to set to 7. It notes what its hooks are told, and then
 // does what the test wants.
@@ -101,21 +120,85 @@ TEST_F(TavParameterVRScene, SerializesItsItemsWithTheirPresentValues) {
   EXPECT_THAT(scene.SerializeParametersAsXml(), HasSubstr("<scene></scene>")) << "a new scene";
 }
 
-TEST_F(TavParameterVRScene, AppendsBehindTheItemsThatAnItemBroughtWithIt) {
+TEST_F(TavParameterVRScene, AppendsWithoutMemoryBehindTheItemsThatAnItemBroughtWithIt) {
   auto* const item = new tavVirtualItemWait;
   item->SetNext(new tavVirtualItemWait);
-  scene.add_as_last(item);
-  scene.BuildScene_AddWait(10);
+  auto* const last = new tavVirtualItemWait;
+  {
+    const auto noMemory = FailingAllocation::OfAtLeast(1);
+    scene.add_as_last(item);
+    scene.add_as_last(last);
+  }
   EXPECT_THAT(scene.SerializeParametersAsXml(),
               ContainsRegex("<scene>(<wait ms_time=.[0-9]+.></wait>){3}</scene>"));
 }
 
-TEST_F(TavParameterVRScene, IsNotPlayedAgainByThePlayThatIsUnderWay) {
+// On purpose: what an item is to the scene is settled when it has been executed.
+TEST_F(TavParameterVRScene, AsksAnItemForItsTypeOnceItHasBeenExecuted) {
+  std::vector<std::string> calls;
+  auto* const item = new Item;
+  item->SetParameter(&scene.first, &kSeven, 1);
+  item->onExecute = [&] { calls.emplace_back("Execute"); };
+  item->onGetType = [&]() -> int {
+    calls.emplace_back("GetType");
+    return tavVirtualItem_SetParameter;
+  };
+  scene.add_as_last(item);
+  scene.SetValue(1);
+  EXPECT_THAT(calls, ElementsAre("Execute", "GetType"));
+  EXPECT_THAT(scene.events, ElementsAre("first 0", "finish at 0"));
+}
+
+TEST_F(TavParameterVRScene, LeavesItsItemsAloneWhenThereIsNoThreadToEnd) {
+  Item* const item = new Item;
+  scene.add_as_last(item);
+  scene.term_thread();
+  EXPECT_EQ(item->exits, 0) << "never had a thread";
+  scene.BuildScene_AddWait(10);
+  scene.BuildScene_End();
+  scene.term_thread();
+  scene.term_thread();
+  EXPECT_EQ(item->exits, 1) << "the thread has ended";
+}
+
+TEST_F(TavParameterVRScene, IsNotPlayedAgainByAnItemOfThePlay) {
   scene.AddSet(scene.first);
-  scene.onFinish = [this] { scene.SetValue(1); };
+  scene.onSet = [this] { scene.SetValue(1); };
   scene.SetValue(1);
   EXPECT_THAT(scene.events, ElementsAre("first 7", "finish at 0"));
-  EXPECT_EQ(scene.GetValue(), 1) << "a request that was missed, as one to a scene on a thread is";
+}
+
+TEST_F(TavParameterVRScene, MayBePlayedAgainWhenAPlayHasFinished) {
+  scene.AddSet(scene.first);
+  scene.onFinish = [this] {
+    if (scene.events.size() < 4) scene.SetValue(1);
+  };
+  scene.SetValue(1);
+  EXPECT_THAT(scene.events, ElementsAre("first 7", "finish at 0", "first 7", "finish at 0"));
+}
+
+// The new thread waits for the scene's lock, which the play at once holds: ending it must not wait for it.
+TEST_F(TavParameterVRScene, MayBeRebuiltAndClearedInHooksOfAPlayAtOnce) {
+  const auto rebuild = [](Scene& played) {
+    for (int i = 0; i < 2; ++i) {
+      played.BuildScene_Begin();
+      played.BuildScene_AddWait(10);
+      played.BuildScene_End();
+    }
+    played.term_thread();
+    played.delete_scene();
+  };
+  scene.AddSet(scene.first);
+  scene.AddSet(scene.second);
+  scene.onSet = [&] { rebuild(scene); };
+  scene.SetValue(1);
+  EXPECT_THAT(scene.events, ElementsAre("first 7")) << "the rest of the play is dropped";
+
+  Scene other;
+  other.AddSet(other.first);
+  other.onFinish = [&] { rebuild(other); };
+  other.SetValue(1);
+  EXPECT_THAT(other.events, ElementsAre("first 7", "finish at 0"));
 }
 
 TEST_F(TavParameterVRScene, MayBePlayedAgainAfterAHookThatThrows) {
@@ -202,10 +285,12 @@ struct Wait : tavVirtualItemWait {
   std::counting_semaphore<> hasEnded{0};
 };
 
-// A scene of "first", a wait and "second", played on its thread under a clock that the test advances.
+// A scene of "first", an item, a wait and "second", played on its thread under a clock that the test
+// advances.
 struct TavParameterVRSceneOnAThread : testing::Test {
   TavParameterVRSceneOnAThread() {
     scene.AddSet(scene.first);
+    scene.add_as_last(item);
     scene.add_as_last(wait);
     scene.AddSet(scene.second);
     EXPECT_EQ(scene.BuildScene_End(), tavError_NoError);
@@ -224,7 +309,8 @@ struct TavParameterVRSceneOnAThread : testing::Test {
 
   TestClock clock{TestClock::Utc(2014, 4, 8, 10, 0, 0)};
   Scene scene;
-  Wait* const wait = new Wait;  // the scene's
+  Item* const item = new Item;  // the scene's, as is the wait
+  Wait* const wait = new Wait;
 };
 
 TEST_F(TavParameterVRSceneOnAThread, PlaysInOrderAndWaits) {
@@ -262,6 +348,26 @@ TEST_F(TavParameterVRSceneOnAThread, EndsTheWaitAndThePlayWhenItIsStopped) {
   PassThePause();
   PlayUpToTheWait(1);
   EXPECT_THAT(scene.events, ElementsAre("first 7", "first 7")) << "the next play starts anew";
+}
+
+// The request that follows comes while the thread is not waiting for one: it is missed.
+TEST_F(TavParameterVRSceneOnAThread, EndsAPlayThatIsStoppedAndRequestedAgainAtOnce) {
+  PlayUpToTheWait(1);
+  scene.SetValue(0);
+  scene.SetValue(1);
+  wait->ExpectEnd();
+  clock.AwaitSleepers(1);
+  EXPECT_THAT(scene.events, ElementsAre("first 7"));
+  EXPECT_EQ(scene.GetValue(), 1);
+}
+
+TEST_F(TavParameterVRSceneOnAThread, TellsOfASettingThatThrew) {
+  item->SetParameter(&scene.second, &kSeven, 1);
+  item->onGetType = [] { return tavVirtualItem_SetParameter; };
+  item->onExecute = [] { throw std::runtime_error("stuck"); };
+  const std::string printed = CapturedOutput([this] { PlayUpToTheWait(1); });
+  EXPECT_THAT(scene.events, ElementsAre("first 7", "second 0"));
+  EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: stuck\n"));
 }
 
 TEST_F(TavParameterVRSceneOnAThread, MissesARequestInThePauseAfterAPlay) {
