@@ -74,7 +74,8 @@ class tavParameterThermoChronoWeek : public tavTypedParameter<673> {
   // Also applies the set-point of the present hour if the schedule is active afterwards.
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
-  // Applies the set-point of an hour of a day (0 is Monday) if the schedule is active.
+  // Applies the set-point of an hour of a day (0 is Monday) if the schedule is active. Hours are counted on
+  // into the days before and after, up to the ends of the week; beyond them nothing is applied.
   void update_temperature(int day, int hour);
 
   // Hook: a set-point has been applied. Called without the lock, on the thread or in SetData.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 
 #include "tav_error.h"
 #include "tav_time.h"
@@ -24,9 +25,8 @@ constexpr unsigned int kSentSetPoints = kValueSize % 256 / kFloatSize;
 constexpr unsigned int kPeriod = 1000;  // ms
 constexpr unsigned long kStackSize = 262144;
 
-constexpr std::size_t OffsetOf(int day, int hour) {
-  return 1 + kFloatSize * static_cast<std::size_t>(day * kHours + hour);
-}
+// Where the set-point of an hour of the week is in the value.
+constexpr std::size_t OffsetOf(std::size_t hourOfWeek) { return 1 + kFloatSize * hourOfWeek; }
 
 // The schedule's day (0 is Monday) for a calendar's week day (0 is Sunday).
 constexpr int ScheduleDay(int weekDay) { return weekDay == 0 ? kDays - 1 : weekDay - 1; }
@@ -132,11 +132,11 @@ void tavParameterThermoChronoWeek::GetDay(EDays day, float* o_float_buffer_24) c
                                Days_Friday, Days_Saturday, Days_Sunday};
   const auto found = std::find(days.begin(), days.end(), day);
   if (found == days.end()) return;
+  const auto midnight = static_cast<std::size_t>(found - days.begin()) * kHours;
   const tavSMutex lock(&m_lock);
-  for (int hour = 0; hour < kHours; ++hour) {
+  for (std::size_t hour = 0; hour < kHours; ++hour) {
     // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): callers never pass null, unless the log throws
-    o_float_buffer_24[hour] =
-        LoadFloat(m_value.data() + OffsetOf(static_cast<int>(found - days.begin()), hour));
+    o_float_buffer_24[hour] = LoadFloat(m_value.data() + OffsetOf(midnight + hour));
   }
 }
 
@@ -166,10 +166,11 @@ tavEError tavParameterThermoChronoWeek::SetDataFromString(tavIParameter* pPrm, c
 
 void tavParameterThermoChronoWeek::update_temperature(int day, int hour) {
   if (GetActive() == 0) return;
-  if (day < 0 || day >= kDays || hour < 0 || hour >= kHours) return;
+  const std::int64_t hourOfWeek = std::int64_t{day} * kHours + hour;
+  if (hourOfWeek < 0 || hourOfWeek >= kSetPoints) return;
   {
     const tavSMutex lock(&m_lock);
-    m_currentTemperature = LoadFloat(m_value.data() + OffsetOf(day, hour));
+    m_currentTemperature = LoadFloat(m_value.data() + OffsetOf(static_cast<std::size_t>(hourOfWeek)));
   }
   OnChangeTemperature();
 }

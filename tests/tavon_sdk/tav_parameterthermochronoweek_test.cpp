@@ -2,6 +2,11 @@
 
 #include <gmock/gmock.h>
 
+#include <climits>
+#include <functional>
+#include <stdexcept>
+
+#include "captured_output.h"
 #include "object_lock.h"
 #include "test_clock.h"
 
@@ -12,11 +17,13 @@ using std::chrono::hours;
 using std::chrono::microseconds;
 using std::chrono::seconds;
 using testing::ElementsAre;
+using testing::ElementsAreArray;
+using testing::HasSubstr;
 
 // A set-point tells its day (0 is Monday) and hour.
 constexpr float SetPointOf(int day, int hour) { return static_cast<float>(day * 100 + hour); }
 
-// Notes the set-points that are applied.
+// Notes the set-points that are applied, and then does what the test wants.
 struct Schedule : tavParameterThermoChronoWeek {
   Schedule() {
     tavString text = "0";
@@ -28,8 +35,10 @@ struct Schedule : tavParameterThermoChronoWeek {
   void OnChangeTemperature() override {
     EXPECT_TRUE(ObjectLock::BecomesFree(*this)) << "told without the lock";
     applied.push_back(GetCurrentTemperature());
+    onChange();
   }
   std::vector<float> applied;
+  std::function<void()> onChange = [] {};
 };
 
 // Schedules that are made at a moment and look at a clock, once a second, that the test sets.
@@ -69,7 +78,40 @@ TEST_F(TavParameterThermoChronoWeek, AppliesEveryHourOfAWeekOnceWithAnOffsetOfEl
     // The looks of its thread drift: each is a little more than a second after the one before.
     for (int look = 0; look < 6; ++look) PassTo(begin + look * microseconds(1000700));
   }
-  EXPECT_EQ(schedule.applied, everyHour);
+  EXPECT_THAT(schedule.applied, ElementsAreArray(everyHour));
+}
+
+// On purpose: it takes the time that it waits for from the clock once an hour.
+TEST_F(TavParameterThermoChronoWeek, AppliesTheHourItWaitedForWhenTheClockIsSetForwardPastIt) {
+  schedule.SetActive(1);
+  PassTo(start + hours(2));
+  EXPECT_THAT(schedule.applied, ElementsAre(SetPointOf(1, 10), SetPointOf(1, 11)));
+  PassTo(lead + hours(2));
+  EXPECT_THAT(schedule.applied, ElementsAre(SetPointOf(1, 10), SetPointOf(1, 11), SetPointOf(1, 13)));
+}
+
+TEST_F(TavParameterThermoChronoWeek, GoesOnAfterAHookThatThrows) {
+  schedule.SetActive(1);
+  schedule.onChange = [] { throw std::runtime_error("hook"); };
+  const std::string printed = CapturedOutput([this] {
+    PassTo(lead);
+    PassTo(lead + hours(1));
+  });
+  EXPECT_THAT(schedule.applied, testing::SizeIs(3));
+  EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: hook\n"));
+}
+
+TEST_F(TavParameterThermoChronoWeek, CountsHoursOnFromTheBeginningOfTheirDay) {
+  schedule.SetActive(1);
+  schedule.update_temperature(0, 25);
+  EXPECT_EQ(schedule.GetCurrentTemperature(), SetPointOf(1, 1));
+  schedule.update_temperature(6, -1);
+  EXPECT_EQ(schedule.GetCurrentTemperature(), SetPointOf(5, 23));
+  schedule.applied.clear();
+  schedule.update_temperature(6, 24);
+  schedule.update_temperature(0, -1);
+  schedule.update_temperature(INT_MAX, INT_MAX);
+  EXPECT_THAT(schedule.applied, ElementsAre()) << "hours that no week has";
 }
 
 TEST_F(TavParameterThermoChronoWeek, TellsTheSetPointsOfADay) {
