@@ -4,7 +4,8 @@
 #include <array>
 #include <cerrno>
 #include <cstring>
-#include <regex>
+#include <ctime>
+#include <string_view>
 
 namespace {
 
@@ -51,26 +52,43 @@ std::string TextOf(const Report& report) {
   return text;
 }
 
+// What follows the time at the beginning of a text, or null when there is none.
+const char* BehindTime(const char* text) {
+  std::tm time{};
+  return strptime(text, "[%a %b %e %H:%M:%S %Y]", &time);
+}
+
+bool BeginsRecord(const std::string& printed, std::size_t at) {
+  const std::string_view text = std::string_view(printed).substr(at);
+  if (text.starts_with("tavError Number : ") || text.starts_with("\x1B[3")) return true;
+  const bool hasColour = at != 0 && printed[at - 1] == 'm';  // with which the record has begun already
+  return !hasColour && BehindTime(text.data()) != nullptr;
+}
+
 // The records in what was printed, each from its beginning to that of the next.
 std::vector<std::string> RecordsIn(const std::string& printed) {
-  const std::regex beginning("tavError Number : |(\x1B\\[3[0-9]m)?\\[[A-Z][a-z]{2} [A-Z][a-z]{2} ");
   std::vector<std::string> records;
-  std::size_t start = 0;
-  for (std::sregex_iterator found(printed.begin(), printed.end(), beginning), end; found != end; ++found) {
-    const auto next = static_cast<std::size_t>(found->position());
-    if (next != start) records.push_back(printed.substr(start, next - start));
-    start = next;
+  for (std::size_t i = 0; i < printed.size(); ++i) {
+    if (i == 0 || BeginsRecord(printed, i)) records.emplace_back();
+    records.back() += printed[i];
   }
-  if (start != printed.size()) records.push_back(printed.substr(start));
   return records;
 }
 
 // The printed record without what TextOf leaves open.
-std::string Comparable(const std::string& record, const Report& report) {
-  const std::regex time("\\[[A-Z][a-z]{2} [A-Z][a-z]{2} [ 1-3][0-9] [0-9:]{8} [0-9]{4}\\]");
-  const std::regex line("(\nLine Number ---- : |\\[LINE:)[1-9][0-9]*");
-  const std::string timeless = std::regex_replace(record, time, kAnyTime);
-  return report.line ? timeless : std::regex_replace(timeless, line, std::string("$1") + kAnyLine);
+std::string Comparable(std::string record, const Report& report) {
+  if (IsFromDro(report)) {
+    const std::size_t time = HasColour(report) ? std::strlen("\x1B[31m") : 0;
+    const char* const behind = record.size() > time ? BehindTime(&record[time]) : nullptr;
+    if (behind != nullptr) record.replace(time, static_cast<std::size_t>(behind - &record[time]), kAnyTime);
+  }
+  for (const std::string label : {"\nLine Number ---- : ", "[LINE:"}) {
+    if (report.line || record.find(label) == std::string::npos) continue;
+    const std::size_t line = record.find(label) + label.size();
+    const std::size_t end = record.find_first_not_of("0123456789", line);
+    if (end != line && record[line] != '0') record.replace(line, end - line, kAnyLine);
+  }
+  return record;
 }
 
 }  // namespace
