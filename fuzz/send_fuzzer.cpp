@@ -1,0 +1,142 @@
+#include <getopt.h>
+#include <netinet/in.h>
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <array>
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+#include <span>
+#include <sstream>
+
+#include "fuzz_input.h"
+#include "tav_event.h"
+#include "tav_floatbytes.h"
+#include "vtext.h"
+
+// A whole run of ura_send with any file. It ends with 0 or 2: after 2 nothing was sent, after 0 an event for
+// each line, which says what the line says.
+//
+// Input: the file. Nothing leaves the process: the target answers the call that sends to the event port, and
+// keeps from the program what the kernel knows of a receiver.
+
+int UraSendMain(int argc, char** argv);
+
+using tavon::tavEvent;
+
+static std::vector<std::string> g_datagrams;
+
+extern "C" {
+
+int __real_socket(int family, int type, int protocol);
+int __wrap_socket(int family, int type, int protocol) {
+  if (family == AF_INET) return __real_socket(family, type, protocol);
+  errno = EAFNOSUPPORT;
+  return -1;
+}
+
+ssize_t __real_sendto(int, const void*, size_t, int, const sockaddr*, socklen_t);
+ssize_t __wrap_sendto(int descriptor, const void* data, size_t size, int flags, const sockaddr* target,
+                      socklen_t length) {
+  const auto& address = *reinterpret_cast<const sockaddr_in*>(target);
+  RequireEqual(ntohl(address.sin_addr.s_addr), INADDR_LOOPBACK, "the address of the target");
+  if (ntohs(address.sin_port) != tavEvent::Port)
+    return __real_sendto(descriptor, data, size, flags, target, length);
+  g_datagrams.emplace_back(static_cast<const char*>(data), size);
+  return static_cast<ssize_t>(size);
+}
+
+}  // extern "C"
+
+// True if the number in a text is the one in the bytes.
+static bool IsNumber(const std::string& text, const unsigned char* bytes) {
+  const float number = std::strtof(text.c_str(), nullptr) / (text.ends_with('%') ? 100.0F : 1.0F);
+  return std::abs(number - tavon::LoadFloat(bytes)) <= 1e-6F * std::abs(number);
+}
+
+static bool IsOneOf(const std::string& word, std::initializer_list<std::string_view> words) {
+  return std::any_of(words.begin(), words.end(),
+                     [&](auto one) { return vlib::EqualIgnoringCase(one, word); });
+}
+
+// True if the bytes are what the line means by its value.
+static bool IsValue(std::string type, std::string value, std::span<const unsigned char> bytes) {
+  vlib::MakeLowerCase(type);
+  if (type.starts_with("parameter")) type.erase(0, 9);
+  if (type == "info" || type == "camera") return value == std::string(bytes.begin(), bytes.end());
+  vlib::MakeLowerCase(value);
+  if (type == "thermo" || type == "tuner" || type == "slider")
+    return bytes.size() == 4 && IsNumber(value, bytes.data());
+  if (type == "byte")
+    return bytes.size() == 1 && std::to_string(bytes[0]) == std::to_string(std::stoul(value));
+  if (type == "color") {
+    std::string digits;
+    for (const unsigned char byte : bytes)
+      digits += {"0123456789abcdef"[byte >> 4], "0123456789abcdef"[byte & 15]};
+    return digits.starts_with(value.substr(value[0] == '#' ? 1 : 2)) && value.size() >= 7;
+  }
+  if (type == "shutter") return IsOneOf(value, {bytes[0] == 2 ? "stop" : "", std::to_string(bytes[0])});
+  if (type == "vrscene") {
+    return bytes[0] <= 2 &&
+           IsOneOf(value, {std::array{"stop", "once", "repeat"}[bytes[0]], std::to_string(bytes[0])});
+  }
+  std::istringstream pieces(value);
+  std::string piece;
+  std::getline(pieces, piece, ',');
+  if (!(bytes[0] == 1 ? IsOneOf(piece, {"on", "true", "1"}) : IsOneOf(piece, {"off", "false", "0"})))
+    return false;
+  for (std::size_t at = 1; at < bytes.size(); at += 4) {
+    if (!std::getline(pieces, piece, ',') || !IsNumber(piece, &bytes[at])) return false;
+  }
+  return true;
+}
+
+// Takes the first word off a line.
+static std::string TakeWord(std::string& io_line) {
+  io_line.erase(0, io_line.find_first_not_of(" \t"));
+  const std::string word = io_line.substr(0, io_line.find_first_of(" \t"));
+  io_line.erase(0, word.size());
+  io_line.erase(0, std::min(io_line.find_first_not_of(" \t"), io_line.size()));
+  return word;
+}
+
+// Checks the datagrams against the lines of a file that was sent.
+static void CheckEvents(FuzzInput file) {
+  std::size_t count = 0;
+  while (!file.IsEmpty()) {
+    std::string line = file.Field();
+    if (line.find_first_not_of(" \t") == std::string::npos) continue;
+    const std::string id = TakeWord(line);
+    if (id[0] == '#') continue;
+    const std::string type = TakeWord(line);
+    Require(count < g_datagrams.size(), "an event for each line");
+    const std::string& datagram = g_datagrams[count++];
+    const auto* const bytes = reinterpret_cast<const unsigned char*>(datagram.data());
+    const auto event = tavEvent::FromDatagram(bytes, static_cast<int>(datagram.size()));
+    Require(event.has_value(), "a whole event");
+    RequireEqual(event->GetId(), static_cast<std::uint32_t>(std::stoul(id)), "the id");
+    Require(!event->GetValue().empty() && IsValue(type, line, event->GetValue()), "the value of " + line);
+  }
+  RequireEqual(g_datagrams.size(), count, "the number of events");
+}
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const int file = memfd_create("events", 0);
+  static const std::string name = "/proc/self/fd/" + std::to_string(file);
+  static std::FILE* const nowhere = std::fopen("/dev/null", "w");
+  Require(ftruncate(file, 0) == 0 && pwrite(file, data, size, 0) == static_cast<ssize_t>(size), "the file");
+  std::string arguments[] = {"ura_send", "--file", name};
+  char* argv[] = {arguments[0].data(), arguments[1].data(), arguments[2].data(), nullptr};
+
+  g_datagrams.clear();
+  optind = 0;  // getopt starts anew
+  std::FILE* const terminal = std::exchange(stderr, nowhere);
+  const int status = UraSendMain(3, argv);
+  stderr = terminal;
+  Require(status == 0 || status == 2, "the status is that of a file that can be read");
+  if (status == 0) CheckEvents(FuzzInput(data, size));
+  if (status == 2) RequireEqual(g_datagrams.size(), 0U, "the number of events after a mistake");
+  return 0;
+}
