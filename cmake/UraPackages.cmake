@@ -9,7 +9,7 @@ set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME ura)
 set(CPACK_PACKAGE_VERSION "${PROJECT_VERSION}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")  # each package begins its description with a summary of its own
-set(CPACK_URA_ADDRESS ura@localhost)  # of whoever takes reports of faults; it stands here only
+set(CPACK_URA_ADDRESS ura@localhost)  # where bugs are reported; nothing else holds it
 set(CPACK_PACKAGE_CONTACT "The Ura project <${CPACK_URA_ADDRESS}>")
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -39,7 +39,7 @@ slider, a colour, a shutter, a thermostat, a schedule, a scene) by sending it
 one datagram. Scripts and timers run it once for each event.
 
 ura_send sends one event or thousands, checked, and no faster than the server
-reads. ura_listen takes the server's place and shows the events that arrive.")
+reads. ura_listen shows the events that arrive while no server is running.")
 
 set(CPACK_DEBIAN_SDK_PACKAGE_NAME ura-sdk-dev)
 # The SDKs of several architectures may be installed together. CPack has no name for that field before 3.31, so it

@@ -29,9 +29,8 @@ class tavParameterSwitchRelease : public tavTypedParameter<1> {
   ~tavParameterSwitchRelease() override;
 
   // Milliseconds after which an active value is released, up to 250 ms late. A time below 1000 ends the
-  // thread, and nothing is released any more, whatever time is set later, on purpose: a switch that somebody
-  // has taken out of the automatic release stays out. A value that is set at the very moment of a release may
-  // be lost.
+  // thread, and nothing is released any more, whatever time is set later, which is kept for compatibility. A
+  // value that is set at the very moment of a release may be lost.
   //
   // The safe time is measured with the wall clock: setting the clock forward releases early, setting it back
   // by an hour releases an hour later.

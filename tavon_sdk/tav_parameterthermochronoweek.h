@@ -16,12 +16,12 @@ namespace tavon {
 // the offset time. The thread takes the lock briefly and never while it waits. Do not destroy the object
 // while holding its lock.
 //
-// Call SetOffsetTime(1100) if every hour's set-point is to be applied once. With an offset below 1000 ms the
-// thread usually applies a set-point within hh:59:59, and then takes the hour that is about to begin for the
-// next one again: it applies the same set-point once more an hour later, and the following hour's comes an
-// hour late or never. In simulated weeks without an offset, only 14 to 105 of 156 hours had their own
-// set-point; with 1000 ms or more all had, at most some two seconds after the hour began. The steps of the
-// thread are kept on purpose: programs have chosen their offsets to suit them.
+// Call SetOffsetTime(1100) if every hour's set-point is to be applied once: 0.1 to 2.1 seconds after the hour
+// has begun. With an offset below 1000 ms the thread usually applies a set-point within hh:59:59, and then
+// takes the hour that is about to begin for the next one again: it applies the same set-point once more an
+// hour later, and the following hour's comes an hour late or never. In simulated weeks without an offset,
+// only 14 to 105 of 156 hours had their own set-point; with 1000 ms or more all had. Programs have chosen
+// their offsets to suit these steps, which are therefore kept.
 //
 // The thread waits for the next hour on the wall clock. When the clock is set forward past that hour, as it
 // often is while a machine starts, the set-point of that hour is applied at once: setting 10:30 to 13:00
@@ -68,7 +68,7 @@ class tavParameterThermoChronoWeek : public tavTypedParameter<673> {
   float GetCurrentTemperature() const;
 
   // Copies the 24 set-points of a day. Any other number copies nothing. The buffer must not be null: a null
-  // pointer is reported (code 6) and then written to all the same.
+  // pointer is reported (code 6) and then written to anyway.
   void GetDay(EDays day, float* o_float_buffer_24) const;
 
   // Also applies the set-point of the present hour if the schedule is active afterwards.

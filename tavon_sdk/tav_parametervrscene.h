@@ -7,18 +7,18 @@
 
 namespace tavon {
 
-// A virtual scene: an ordered list of waits and of parameters to set. 1 plays it once, 2 plays it over and
-// over, 0 stops it. A single play ends with the value 0.
+// A virtual scene: an ordered list of waits and of parameters to set. 1 plays it once, 2 plays it repeatedly,
+// 0 stops it. A single play ends with the value 0.
 //
 // A scene without waits and with few items is played at once, by the thread that sets the value, with the
 // scene's lock held. Any other scene is played on a thread that it owns, which has a stack of 512 KiB and
 // never holds the lock while it waits, executes an item or calls a hook. Without a wait, repeated plays keep
 // a processor core busy.
 //
-// The play thread hears a request to play only while it waits for one. A request that comes before the thread
-// has come to its wait, during a play or in the 100 ms after it is missed: the value is stored and nothing is
-// played. A stop ends the play that it meets, and its wait at once, even if a request follows immediately;
-// that request is missed as well.
+// The play thread takes a request to play only while it waits for one. A request that comes before the thread
+// waits, during a play or in the 100 ms after it is missed: the value is stored and nothing is played. A stop
+// ends the play that it meets, and its wait at once, even if a request follows immediately; that request is
+// missed as well.
 //
 // The scene owns its items, and its chain of items is not changed from outside. The parameters that they set
 // must outlive the scene, or at least its items: delete_scene() removes the items while the parameters still
@@ -62,8 +62,8 @@ class tavParameterVRScene : public tavTypedParameter<1> {
   // End of a scene that is played at once writes a notice (code 0) to the error log and returns 0. At a level
   // of the log that throws, it throws the notice.
   //
-  // A scene object plays on a thread only until its first rebuild, on purpose: Begin ends the thread, and a
-  // stopped scene must stay silent. Nor is such a scene played at once later. Make a new object instead.
+  // A scene object plays on a thread only until its first rebuild, which is kept for compatibility: Begin
+  // ends the thread for good. Nor is such a scene played at once later. Make a new object instead.
   tavEError BuildScene_Begin();
   tavEError BuildScene_AddWait(const unsigned int& ms);
   tavEError BuildScene_AddSetParameter(tavIParameter* pPrm, const unsigned char* pBuffer,
@@ -82,8 +82,7 @@ class tavParameterVRScene : public tavTypedParameter<1> {
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
   // Adds the element "scene" with an element for each item, in order. A parameter is described by its id and
-  // its current value, not by the value that the scene sets, on purpose: the XML describes the house as it
-  // is.
+  // its current value, not by the value that the scene sets: the XML describes the house as it is.
   tavString SerializeParametersAsXml() const override;
 
   // Hook: a single play has come to its end, and the value is 0 again. Not called for a stopped play.

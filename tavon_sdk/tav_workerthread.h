@@ -23,8 +23,8 @@ enum class tavThreadStart { Started, NoMemory, Failed };
 // A hook on the thread may end its own thread. It must not call pthread_exit, and hooks of two parameters
 // must not end each other's threads, because each would wait for the other.
 //
-// A thread does not survive fork(). An object with a thread belongs to the process that made it: a child
-// process must not use its copy, and waits for ever if it destroys it. A child that calls exec is fine.
+// An object with a thread belongs to the process that made it: the child of a fork must neither use nor
+// destroy its copy, see VThread.
 class tavWorkerThread {
  public:
   // `ownersLock` is the parameter's lock.

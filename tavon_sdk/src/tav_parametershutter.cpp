@@ -49,7 +49,7 @@ tavParameterShutter::tavParameterShutter() : tavTypedParameter(Type) {
     case tavThreadStart::Started:
       break;
     case tavThreadStart::NoMemory:
-      // The text names another type, on purpose: people search their logs for it as it is.
+      // The text names another type, which is kept because people search their logs for it.
       kReport(tavError_OutOfMemory, "Can not create thread for BlackParameter_ThermoChronoWeek\n", {61});
       break;
     case tavThreadStart::Failed:

@@ -214,7 +214,7 @@ void tavParameterVRScene::SetData(const unsigned char* data, const unsigned int&
     } else {
       m_playEvent.Signal();
     }
-    // Only a thread that waits now sees the request, on purpose: requests do not queue up behind a play. The
+    // Only a thread that waits now sees the request: requests do not queue up behind a play. The
     // signal that ends a thread must stay.
     if (!m_thread.MustEnd()) m_playEvent.Reset();
     return;
