@@ -48,6 +48,7 @@ class tavEvent {
   // droOsUdpSocket::Receive. Nothing for a failure, and for a datagram that is not exactly one event.
   static std::optional<tavEvent> FromDatagram(const unsigned char* datagram, int size);
 
+  // The id of the parameter.
   std::uint32_t GetId() const { return IdOf(m_datagram); }
   // Empty for an event without a value, which no parameter can take. The bytes live as long as the event.
   std::span<const unsigned char> GetValue() const { return GetDatagram().subspan(SmallestDatagram); }

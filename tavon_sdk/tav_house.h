@@ -91,8 +91,8 @@ class tavHouse {
   // last reported code. A missing file is no failure: the house starts for the first time.
   //
   // The file is text to read and to mend, with a parameter a line: id, type, name in quotes, and value, which
-  // is hexadecimal bytes, or a text in quotes. In quotes, \\, \" and \xNN stand for special characters. What
-  // follows a # is a remark.
+  // is hexadecimal bytes or a text in quotes. In quotes a backslash stands before a quote, another backslash,
+  // or an x and the two hexadecimal digits of any byte. What follows a # is a remark.
   //
   //   ura-house 1
   //   1 ParameterSwitch "Lamp" 01 # 1

@@ -12,9 +12,9 @@ namespace tavon {
 struct tavPublishedLines {
   int noBuffer = 0;           // GetBinaryDataFromString without a buffer
   int setDataFromString = 0;  // on a parameter of another type
-  int setDataValue = 0;
-  int getDataValue = 0;
-  int comparison = 0;  // with an unknown operator
+  int setDataValue = 0;       // which no type supports
+  int getDataValue = 0;       // the same
+  int comparison = 0;         // with an unknown operator
 };
 
 // What a parameter type is: one constant record a type, which the registry lists and the type's class is told
@@ -49,6 +49,7 @@ struct tavParameterType {
   // does not set it again.
   bool isCommand = false;
 
+  // Of the type's records.
   tavPublishedLines lines = {};
 
   // Where this record is in its source. Filled in automatically.
@@ -64,6 +65,7 @@ struct tavParameterType {
 //   if (typed != nullptr && typed->GetTypeRecord().IsText()) ...
 class tavTyped {
  public:
+  // The record given at construction.
   const tavParameterType& GetTypeRecord() const { return m_type; }
 
  protected:

@@ -6,15 +6,14 @@
 
 namespace tavon {
 
-// What a strict program accepts as the text of a value, as data: encoders take any text, and a program that
-// does not check carries no code for it. See tav_valuecheck.h.
-
-// A word that people use, and the text that the type's encoder takes for it.
+// A word that people use for a value.
 struct tavValueWord {
+  // What they write, and the text that the type's encoder takes for it.
   const char* word;
   const char* text;
 };
 
+// The kinds of texts.
 enum tavEValueForm {
   tavValueForm_Any,      // the type says nothing: any text, as its encoder takes it
   tavValueForm_Words,    // one of the words and nothing else
@@ -26,7 +25,10 @@ enum tavEValueForm {
   tavValueForm_Text      // UTF-8 text that an event can carry
 };
 
+// What a strict program accepts as the text of a value, as data: encoders take any text, and a program that
+// does not check carries no code for it. See tav_valuecheck.h.
 struct tavValueSyntax {
+  // The kind of text.
   tavEValueForm form = tavValueForm_Any;
 
   // For words and lists. Letter case is ignored.
@@ -40,9 +42,9 @@ struct tavValueSyntax {
   std::array<unsigned int, 2> sizes = {};
 };
 
+// What the types that are on or off accept.
 inline constexpr std::array<tavValueWord, 6> tavOnOffWords = {
     {{"on", "1"}, {"off", "0"}, {"true", "1"}, {"false", "0"}, {"1", "1"}, {"0", "0"}}};
-
 inline constexpr tavValueSyntax tavOnOffSyntax{.form = tavValueForm_Words, .words = tavOnOffWords};
 
 }  // namespace tavon
