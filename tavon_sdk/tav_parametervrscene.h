@@ -126,7 +126,7 @@ class tavParameterVRScene : public tavTypedParameter<1> {
   };
 
   bool HasMoreItemsThan(unsigned int count) const;
-  void EndWaits();
+  void EndWaits() const;
   void TellOfSetting(tavIVirtualItem& executed);
   void PlayOnThread();
   void PlayAtOnce();

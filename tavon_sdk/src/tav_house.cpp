@@ -197,6 +197,7 @@ void tavHouse::Visit(const Visitor& visitor) const {
   for (const Reading reading(*this); const Entry& entry : reading) visitor(*entry.parameter);
 }
 
+// NOLINTBEGIN(readability-make-member-function-const): these change the parameters
 tavHouse::Result tavHouse::Apply(const tavEvent& event) {
   const std::shared_ptr<tavIParameter> parameter = Find(event.GetId());
   if (!parameter) return Result::NoSuchParameter;
@@ -220,6 +221,8 @@ unsigned int tavHouse::TakeOver(const Visitor& changed) {
   return count;
 }
 
+// NOLINTEND(readability-make-member-function-const)
+
 tavEError tavHouse::Save(const tavString& path) const {
   const tavSMutex lock(&m_saveLock);  // one at a time writes
   std::string text = std::string(kVersion) + '\n';
@@ -232,6 +235,7 @@ tavEError tavHouse::Save(const tavString& path) const {
                  "Can not save the house in " + path + ": " + dro::droErrorStdToString(error));
 }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): it changes the parameters
 tavEError tavHouse::Restore(const tavString& path) {
   std::string text;
   const int error = ReadFile(path.c_str(), text);

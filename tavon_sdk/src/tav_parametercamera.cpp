@@ -34,8 +34,8 @@ tavString tavParameterCamera::GetUrl(const tavString& strIp) const {
     return {};
   }
   const tavSMutex lock(&m_lock);
-  const tavString localUrl = m_localUrl.Get();
-  const tavString remoteUrl = m_remoteUrl.Get();
+  tavString localUrl = m_localUrl.Get();
+  tavString remoteUrl = m_remoteUrl.Get();
   if (remoteUrl.empty()) return localUrl;
   if (localUrl.empty()) return remoteUrl;
   const auto network = std::find(m_localNetworks.begin(), m_localNetworks.end(), strIp.substr(0, lastDot));

@@ -280,7 +280,7 @@ bool tavParameterVRScene::HasMoreItemsThan(unsigned int count) const {
 }
 
 // An item that throws does not keep the others waiting.
-void tavParameterVRScene::EndWaits() {
+void tavParameterVRScene::EndWaits() const {
   for (tavIVirtualItem* item = m_items.first; item != nullptr; item = item->GetNext()) {
     tavWorkerThread::Guard([item] { item->ExitExecute(); });
   }

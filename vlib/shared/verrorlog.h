@@ -28,7 +28,7 @@ enum LogLevel : unsigned int {
 template <class Text>
 union LogFileName {
   constexpr LogFileName(const char* name) : text(name) {}
-  // NOLINTNEXTLINE(modernize-use-equals-default): the default one would be deleted, as the text has a destructor
+  // NOLINTNEXTLINE(modernize-use-equals-default): it would be deleted, as the text has a destructor
   constexpr ~LogFileName() {}
   Text text;
 };
