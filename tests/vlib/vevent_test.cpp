@@ -2,13 +2,16 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <cerrno>
 #include <functional>
 #include <future>
 
+#include "await.h"
 #include "failing_allocation.h"
 #include "system_calls.h"
 #include "test_clock.h"
+#include "vtime.h"
 
 using namespace std::chrono_literals;
 
@@ -21,6 +24,7 @@ TEST(VEvent, StaysSignalledUntilReset) {
   EXPECT_TRUE(event.Wait(0));
   EXPECT_FALSE(event.Signal()) << "it is";
   EXPECT_TRUE(event.Wait());
+  EXPECT_EQ(event.WaitRet(), 0);
   EXPECT_TRUE(event.WaitUntil(1000));
   event.Reset();
   EXPECT_FALSE(event.Wait(0));
@@ -76,6 +80,41 @@ TEST(VEvent, SignalReachesASleeperEvenWhenItIsResetAtOnce) {
   }
 }
 
+TEST(VEvent, SignalThatComesWhileAWaitRunsOutIsNotForgotten) {
+  TestClock clock(1000s);
+  VEvent event;
+  auto isSignalled = std::async(std::launch::async, [&] { return event.Wait(60, 0); });
+  TestClock::AwaitSleepers(1);
+  // The waiter's time is over before the signal reaches it, but it cannot come out while Signal is under way.
+  std::future<void> minute;
+  const auto tooLate = system_calls::pthread_cond_signal.ReplaceBy([&](pthread_cond_t*) {
+    minute = std::async(std::launch::async, [&] { clock.Advance(60s); });
+    Await([] { return VTime::TimeUS() == 1060000000; });
+    return 0;
+  });
+  EXPECT_TRUE(event.Signal());
+  EXPECT_TRUE(isSignalled.get());
+}
+
+TEST(VEvent, WaitWithoutLimitEndsWithASignalOrAnError) {
+  VEvent event;
+  std::atomic<bool> isWaiting{false};
+  {
+    const auto watch = system_calls::pthread_cond_wait.ReplaceBy([&](auto* condition, auto* mutex) {
+      isWaiting = true;
+      return system_calls::pthread_cond_wait.Real(condition, mutex);
+    });
+    auto code = std::async(std::launch::async, [&] { return event.WaitRet(); });
+    Await([&] { return isWaiting.load(); });
+    EXPECT_TRUE(event.Signal());
+    EXPECT_EQ(code.get(), 0);
+  }
+  event.Reset();
+  const auto notPermitted = system_calls::pthread_cond_wait.Returns(EPERM);
+  EXPECT_FALSE(event.Wait());
+  EXPECT_EQ(event.WaitRet(), 112);
+}
+
 TEST(VEvent, WithoutMemoryOrLockIsNotInited) {
   const auto expectNone = [](VEvent& event) {
     EXPECT_FALSE(event.EventInited());
@@ -98,8 +137,13 @@ TEST(VEvent, ThatCannotWakeAnybodyHoldsWaitersBackUntilReset) {
     const auto broken = system_calls::pthread_cond_signal.Returns(EINVAL);
     EXPECT_FALSE(event.Signal());
   }
+  std::atomic<bool> isHeldBack{false};
+  const auto watch = system_calls::pthread_cond_wait.ReplaceBy([&](auto* condition, auto* mutex) {
+    isHeldBack = true;
+    return system_calls::pthread_cond_wait.Real(condition, mutex);
+  });
   auto waiter = std::async(std::launch::async, [&event] { return event.Wait(0); });
-  EXPECT_EQ(waiter.wait_for(50ms), std::future_status::timeout);
+  Await([&] { return isHeldBack.load(); });
   event.Reset();
   EXPECT_TRUE(waiter.get()) << "it came to a signalled event";
   EXPECT_FALSE(event.Wait(0));

@@ -167,7 +167,7 @@ TEST(VThread, DestructorEndsARunThatTheStoppedWorkStarts) {
 }
 
 TEST(VThread, AutoReleaseObjectIsOnlyAskedToStopAndFreesItselfAfterItsLastRun) {
-  static VThread* object = nullptr;
+  static std::atomic<VThread*> object;
   static std::atomic<bool> mayEnd;
   static std::atomic<int> runs, runsWhenFreed;
   mayEnd = false;
@@ -177,17 +177,18 @@ TEST(VThread, AutoReleaseObjectIsOnlyAskedToStopAndFreesItselfAfterItsLastRun) {
     system_calls::delete_object.Real(memory);
     if (memory == object) runsWhenFreed = runs.load();
   });
-  object = new VThread(
+  auto* const thread = new VThread(
       [](VThread* self, void*) {
         Await([] { return mayEnd.load(); });
         const bool isFirst = ++runs == 1;
         EXPECT_EQ(isFirst ? self->Start2(kStackSize) : 0, 0);
       },
       nullptr, false);
-  object->SetAutoRelease(true);
-  EXPECT_TRUE(object->Start(kStackSize));
-  object->Stop();
-  EXPECT_TRUE(object->Running());
+  object = thread;
+  thread->SetAutoRelease(true);
+  EXPECT_TRUE(thread->Start(kStackSize));
+  thread->Stop();
+  EXPECT_TRUE(thread->Running());
   mayEnd = true;
   Await([] { return runsWhenFreed != 0; });
   EXPECT_EQ(runsWhenFreed, 2);

@@ -80,7 +80,8 @@ class VEvent::State {
   bool IsUsable() const { return m_conditionCreated; }
 
   bool Signal() {
-    if (!IsUsable() || m_signalled || pthread_mutex_lock(&m_mutex) != 0) return false;
+    if (!IsUsable() || m_signalled) return false;
+    if (pthread_mutex_lock(&m_mutex) != 0) return false;
     const bool becameSignalled = !m_signalled.exchange(true);
     if (becameSignalled) {
       ++m_signals;
@@ -91,7 +92,8 @@ class VEvent::State {
   }
 
   void Reset() {
-    if (!IsUsable() || !m_signalled || pthread_mutex_lock(&m_mutex) != 0) return;
+    if (!IsUsable() || !m_signalled) return;
+    if (pthread_mutex_lock(&m_mutex) != 0) return;
     if (m_signalled.exchange(false)) {
       m_closed = false;
       pthread_cond_broadcast(&m_condition);
@@ -101,7 +103,8 @@ class VEvent::State {
 
   // Waits without limit when `deadline` is null.
   Outcome Wait(const timespec* deadline) {
-    if (!IsUsable() || pthread_mutex_lock(&m_mutex) != 0) return {kFailure, false};
+    if (!IsUsable()) return {kFailure, false};
+    if (pthread_mutex_lock(&m_mutex) != 0) return {kFailure, false};
     const bool wasSignalled = m_signalled;
     const std::uint32_t before = m_signals;
     int error = 0;
