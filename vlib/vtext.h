@@ -6,7 +6,8 @@
 #include <string>
 #include <string_view>
 
-// The text algorithms that tavString and droString share: see VStringBase.
+// Algorithms on byte strings: letter case, search, splitting, printing and scrambling. VStringBase offers
+// most of them as operations of a string class.
 //
 // All functions work on bytes and take time linear in the length of their input. Ignoring case means folding
 // the ASCII letters only, whatever the locale of the process. There is no state, so any thread may call
@@ -17,7 +18,17 @@ namespace vlib {
 constexpr char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 constexpr char UpperCase(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-// The same for a whole text.
+// True for a hexadecimal digit, in either case.
+constexpr bool IsHexDigit(char c) {
+  const char lower = LowerCase(c);
+  return (c >= '0' && c <= '9') || (lower >= 'a' && lower <= 'f');
+}
+// The value of a hexadecimal digit, 0 to 15.
+constexpr unsigned int HexDigit(char c) {
+  return static_cast<unsigned int>(c <= '9' ? c - '0' : LowerCase(c) - 'a' + 10);
+}
+
+// LowerCase and UpperCase for a whole text.
 void MakeLowerCase(std::string& io_text);
 void MakeUpperCase(std::string& io_text);
 
@@ -51,10 +62,10 @@ void ForEachPiece(std::string_view text, std::string_view separator, Visitor vis
   }
 }
 
-// Prints in the manner of printf, in full. A failed conversion gives an empty text.
+// Prints printf-style, in full. A failed conversion gives an empty text.
 std::string Format(const char* format, std::va_list arguments) __attribute__((format(printf, 1, 0)));
 
-// Hides data from a glance, and restores it: every byte is combined (XOR) with each byte of the key in turn.
+// Obfuscates data, and restores it: every byte is combined (XOR) with each byte of the key in turn.
 // An empty key stands for the default key of the system. This is not encryption. The key is a copy, so it may
 // have been taken from the data themselves.
 void Scramble(std::span<unsigned char> data, std::string key);

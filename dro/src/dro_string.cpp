@@ -51,10 +51,7 @@ std::size_t droString::GetCharacterCount(char character) const {
   return static_cast<std::size_t>(std::count(begin(), end(), character));
 }
 
-bool droString::IsHexChar(char character) {
-  const char lower = vlib::LowerCase(character);
-  return IsDigit(character) || (lower >= 'a' && lower <= 'f');
-}
+bool droString::IsHexChar(char character) { return vlib::IsHexDigit(character); }
 
 bool droString::IsDigit(char character) { return character >= '0' && character <= '9'; }
 

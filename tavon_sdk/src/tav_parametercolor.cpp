@@ -1,9 +1,11 @@
 #include "tav_parametercolor.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "tav_error.h"
 #include "tav_values.h"
+#include "vtext.h"
 
 namespace tavon {
 namespace {
@@ -12,22 +14,13 @@ constexpr tavReporter kReport{"tav_parametercolor"};
 
 constexpr unsigned int kComponents = 4;
 
-constexpr bool IsHexDigit(char c) {
-  const char lower = vlib::LowerCase(c);
-  return (c >= '0' && c <= '9') || (lower >= 'a' && lower <= 'f');
-}
-
-constexpr unsigned int HexDigit(char c) {
-  return static_cast<unsigned int>(c <= '9' ? c - '0' : vlib::LowerCase(c) - 'a' + 10);
-}
-
 // Reads two characters as an input stream in hexadecimal mode reads "0x" followed by them: up to the first
 // character that is not a digit. There is no sign, blank or second "x", and without any digit the result is
 // 0.
 constexpr unsigned char ReadPair(char first, char second) {
-  if (!IsHexDigit(first)) return 0;
-  const unsigned int high = HexDigit(first);
-  return static_cast<unsigned char>(IsHexDigit(second) ? high << 4 | HexDigit(second) : high);
+  if (!vlib::IsHexDigit(first)) return 0;
+  const unsigned int high = vlib::HexDigit(first);
+  return static_cast<unsigned char>(vlib::IsHexDigit(second) ? high << 4 | vlib::HexDigit(second) : high);
 }
 
 void WriteComponents(const tavString& text, unsigned char* o_value) {

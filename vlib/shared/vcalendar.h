@@ -3,7 +3,7 @@
 #include <array>
 #include <ctime>
 
-// Local calendar time for the clock classes of both libraries.
+// Local calendar time for the clock classes tavTime and droTime, and for the date of a record.
 //
 // Any thread may call at any time: a lock guards the C library's data about the time zone.
 namespace vlib {

@@ -4,7 +4,7 @@
 #include <memory>
 #include <string>
 
-// The output of a shell command.
+// The output of a shell command, for droOsUtility and tavSystemUtility.
 namespace vlib {
 
 // Runs a command through the shell and reads its standard output line by line; its standard error is that of

@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <memory>
 
-// Open streams of files and folders that close themselves.
+// Open streams of files and folders that close themselves, for the sources of all libraries.
 namespace vlib {
 
 // Closes a stream for its owner.

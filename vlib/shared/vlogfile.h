@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-// The size-limited file that both error logs append to.
+// The size-limited file that both error logs, tavErrorLog and droErrorLog, append to.
 namespace vlib {
 
 // Why a log file could not be cut to its last half.

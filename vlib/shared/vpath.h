@@ -2,7 +2,7 @@
 
 #include <string>
 
-// Path rules that several layers share.
+// The rule by which tavApplication, tavSystemUtility and droOsUtility find the program's own path.
 namespace vlib {
 
 // Makes a program's path absolute: one that begins with "./" or "../" is resolved against the current folder,

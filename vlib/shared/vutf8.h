@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-// UTF-8 and wide text, in both directions.
+// UTF-8 and wide text, in both directions, for VUtility and the string classes tavString and droString.
 //
 // A wide character is one code point. Text that cannot be converted throws the exception of UTF8-CPP that
 // says why: utf8::invalid_utf8 for bytes that are not UTF-8, utf8::not_enough_room for a text that ends in

@@ -43,9 +43,11 @@ void ReplaceAll(std::string& io_text, const std::string& what, std::string_view 
 
   std::string result;
   std::size_t copied = 0;
-  for (std::size_t found; (found = searched.find(sought, copied)) != std::string::npos;
-       copied = found + sought.size()) {
+  std::size_t found = searched.find(sought);
+  while (found != std::string::npos) {
     result.append(io_text, copied, found - copied).append(with);
+    copied = found + sought.size();
+    found = searched.find(sought, copied);
   }
   result.append(io_text, copied);
   io_text = std::move(result);
