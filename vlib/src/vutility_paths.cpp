@@ -1,10 +1,10 @@
-// Paths, and the trimming of texts.
-
-#include "vutility.h"
+// Paths.
 
 #include <unistd.h>
 
 #include <string_view>
+
+#include "vutility.h"
 
 namespace {
 
@@ -42,10 +42,3 @@ std::string VUtility::GetCurrentDir() {
 }
 
 bool VUtility::SetCurrentDir(const char* path) { return path != nullptr && chdir(path) == 0; }
-
-std::string VUtility::TrimString(const char* text) {
-  std::string_view rest = View(text);
-  rest.remove_suffix(rest.size() - (rest.find_last_not_of(' ') + 1));  // npos + 1 is 0: nothing but spaces
-  const std::size_t first = rest.find_first_not_of(' ');
-  return first == std::string_view::npos ? std::string() : std::string(rest.substr(first));
-}

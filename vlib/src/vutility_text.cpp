@@ -1,4 +1,4 @@
-// Conversions between character sets, and letter case.
+// Conversions between character sets, trimming, and letter case.
 
 #include <algorithm>
 #include <cctype>
@@ -8,6 +8,7 @@
 #include <cwctype>
 #include <memory>
 #include <string>
+#include <string_view>
 
 #include "shared/vutf8.h"
 #include "vutility.h"
@@ -36,7 +37,7 @@ std::wstring TakeText(wchar_t* buffer) {
 template <class Character>
 Character* NewBuffer(const std::basic_string<Character>& text, std::size_t size) {
   auto buffer = std::make_unique_for_overwrite<Character[]>(size);
-  *std::copy(text.begin(), text.end(), buffer.get()) = Character{};
+  std::copy_n(text.c_str(), text.size() + 1, buffer.get());
   return buffer.release();
 }
 
@@ -75,6 +76,14 @@ std::wstring VUtility::UTF8ToWideString(const char* text) {
 char* VUtility::WideCharToUTF8(const wchar_t* text) {
   if (text == nullptr) return nullptr;
   return NewBuffer(vlib::EncodeUtf8(text), 4 * (std::wcslen(text) + 1));
+}
+
+std::string VUtility::TrimString(const char* text) {
+  const std::string_view whole = text == nullptr ? "" : text;
+  const std::size_t first = whole.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  const std::size_t last = whole.find_last_not_of(' ');
+  return std::string(whole.substr(first, last - first + 1));
 }
 
 void VUtility::ToLowerCase(char* io_text) {
