@@ -1,10 +1,16 @@
 #include "vutility.h"
 
 #include <gtest/gtest.h>
+#include <utf8.h>
 
 #include <clocale>
+#include <cstddef>
 #include <filesystem>
+#include <memory>
+#include <string>
 
+#include "failing_allocation.h"
+#include "system_calls.h"
 #include "temporary_folder.h"
 
 namespace {
@@ -35,8 +41,13 @@ TEST(VUtility, TakesPathsApart) {
   EXPECT_EQ(VUtility::ExtractFileName("a::b::c", "::"), ":c") << "one character is skipped, on purpose";
   EXPECT_EQ(VUtility::ExtractFilePath("a/b", ""), "");
   EXPECT_EQ(VUtility::ExtractFileName("a/b", ""), "");
+}
+
+TEST(VUtility, TrimsSpacesOnly) {
   EXPECT_EQ(VUtility::TrimString("  \ta b "), "\ta b");
-  EXPECT_EQ(VUtility::TrimString(" "), "");
+  EXPECT_EQ(VUtility::TrimString(" a\n "), "a\n");
+  EXPECT_EQ(VUtility::TrimString("  "), "");
+  EXPECT_EQ(VUtility::TrimString(nullptr), "");
 }
 
 TEST(VUtility, ConvertsTextAsTheLocaleSays) {
@@ -50,6 +61,40 @@ TEST(VUtility, ConvertsTextAsTheLocaleSays) {
   EXPECT_EQ(VUtility::ToLowerCase(std::string("H[Z")), "h[z");
   std::setlocale(LC_CTYPE, "C");
   EXPECT_EQ(VUtility::WideCharToString(L"a\u20AC"), "");
+}
+
+// Gives back what VUtility allocates.
+template <class Character>
+using Buffer = std::unique_ptr<Character[]>;
+
+TEST(VUtility, ConvertsUtf8InEveryLocale) {
+  const char* const narrow = "a\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80";
+  const wchar_t* const wide = L"a\u00E9\u20AC\U0001F600";
+  for (const char* locale : {"C", "C.UTF-8"}) {
+    SCOPED_TRACE(locale);
+    ASSERT_NE(std::setlocale(LC_ALL, locale), nullptr);
+    EXPECT_EQ(VUtility::UTF8ToWideString(narrow), wide);
+    EXPECT_STREQ(Buffer<wchar_t>(VUtility::UTF8ToWideChar(narrow)).get(), wide);
+    EXPECT_STREQ(Buffer<char>(VUtility::WideCharToUTF8(wide)).get(), narrow);
+  }
+  std::setlocale(LC_ALL, "C");
+  EXPECT_EQ(VUtility::UTF8ToWideString(nullptr), L"");
+  EXPECT_EQ(VUtility::UTF8ToWideChar(nullptr), nullptr);
+  EXPECT_EQ(VUtility::WideCharToUTF8(nullptr), nullptr);
+  EXPECT_THROW(VUtility::UTF8ToWideChar("a\xC3"), utf8::invalid_utf8);
+  EXPECT_THROW(VUtility::WideCharToUTF8(L"\xD800"), utf8::invalid_code_point);
+}
+
+TEST(VUtility, AllocatesRoomForTheLongestCharacters) {
+  std::size_t bytes = 0;
+  const auto watch = system_calls::new_array.ReplaceBy([&](std::size_t wanted) {
+    bytes = wanted;
+    return system_calls::new_array.Real(wanted);
+  });
+  const Buffer<char> narrow(VUtility::WideCharToUTF8(std::wstring(50, L'\U0001F600')));
+  EXPECT_GE(bytes, 4 * 50 + 1U);
+  const Buffer<wchar_t> wide(VUtility::UTF8ToWideChar(std::string(50, 'a')));
+  EXPECT_GE(bytes, (50 + 1) * sizeof(wchar_t));
 }
 
 struct VUtilityFiles : testing::Test {
@@ -73,11 +118,26 @@ TEST_F(VUtilityFiles, CopyFailsWithoutSourcePermissionOrRoom) {
   EXPECT_TRUE(VUtility::CpFile(source, target, false)) << "there is no target yet";
   WriteFile(target, "old");
   EXPECT_FALSE(VUtility::CpFile(source, target, false)) << "it must not be overwritten";
+  EXPECT_FALSE(VUtility::CpFile(nullptr, target.c_str(), true));
   EXPECT_FALSE(VUtility::CpFile(folder.Path("none"), target, true));
   EXPECT_EQ(ReadFile(target), "old");
   EXPECT_FALSE(VUtility::CpFile(source, folder.Path("none/target"), true));
   EXPECT_FALSE(VUtility::CpFile(source, "/dev/full", true));
-  EXPECT_FALSE(VUtility::CpFile(nullptr, target.c_str(), true));
+}
+
+TEST_F(VUtilityFiles, CopyThatFailsForWantOfMemoryLeavesTheTargetAsItWas) {
+  WriteFile(source, "new");
+  WriteFile(target, "old");
+  for (int count = 0;; ++count) {
+    const auto shortage = FailingAllocation::After(count);
+    const bool isCopied = VUtility::CpFile(source, target, true);
+    if (!shortage.HasHappened()) {
+      EXPECT_TRUE(isCopied);
+      break;
+    }
+    EXPECT_FALSE(isCopied);
+    EXPECT_EQ(ReadFile(target), "old");
+  }
 }
 
 TEST_F(VUtilityFiles, LogsToTheEndOfAFileUntilItIsDeleted) {

@@ -1,3 +1,5 @@
+// Files and folders.
+
 #include <dirent.h>
 #include <sys/stat.h>
 #include <sys/types.h>
@@ -7,12 +9,13 @@
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <new>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "shared/vfile.h"
 #include "vutility.h"
-
-// Files and folders.
 
 namespace {
 
@@ -68,9 +71,11 @@ bool VUtility::CpFile(const char* source, const char* target, bool overwrite) {
   off_t remaining = vlib::SizeOf(from.get());
   if (remaining < 0) return false;
 
+  // Opening the target empties it, so nothing else may be missing then.
+  const std::unique_ptr<char[]> block(new (std::nothrow) char[kCopyBlock]);
+  if (!block) return false;
   vlib::File to = vlib::OpenFile(target, "wb");
   if (!to) return false;
-  const auto block = std::make_unique_for_overwrite<char[]>(kCopyBlock);
   while (remaining > 0) {
     const off_t length = std::min(remaining, kCopyBlock);
     const auto count = static_cast<std::size_t>(length);
