@@ -70,6 +70,9 @@ class tavHouse {
   // is one, and makes the parameter clean, so that the rules of its link fire. Returns how many there were.
   // Links and scenes make others dirty: call it again soon unless the result is 0.
   //
+  // A scene may miss the request to play; it is repeated here as long as the scene's value asks for it, so
+  // that setting the value is enough. A stop meanwhile ends that, and a request during a play is not kept.
+  //
   // A value that changes after the call-back and before the parameter is clean is not missed: the call-back
   // is called once more.
   unsigned int TakeOver(const Visitor& changed = nullptr);

@@ -81,6 +81,12 @@ class tavParameterVRScene : public tavTypedParameter<1> {
   // if it has items.
   void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override;
 
+  // Asks the play thread again for what the value asks for, in case that it missed the request; does nothing
+  // if the value is 0, and during a play. It does not wait and changes no value: call it now and then until
+  // the value is 0 again, or, for a repeated play, until OnParameterSet is called. tavHouse::TakeOver does
+  // so.
+  void RepeatRequest();
+
   // Adds the element "scene" with an element for each item, in order. A parameter is described by its id and
   // its current value, not by the value that the scene sets: the XML describes the house as it is.
   tavString SerializeParametersAsXml() const override;

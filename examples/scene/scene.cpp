@@ -24,8 +24,8 @@ class Evening : public tavParameterVRScene {
   // until the first parameter has been set.
   void Play(unsigned char value) {
     m_begun.Reset();
-    do SetValue(value);
-    while (!m_begun.Wait(20UL));
+    SetValue(value);
+    while (!m_begun.Wait(20UL)) RepeatRequest();
   }
 
   void WaitForEnd() { m_ended.Wait(); }

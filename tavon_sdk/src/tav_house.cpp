@@ -11,6 +11,7 @@
 #include "dro_error.h"
 #include "shared/vfile.h"
 #include "tav_parametertype.h"
+#include "tav_parametervrscene.h"
 #include "tav_savedparameter.h"
 #include "vtext.h"
 
@@ -210,6 +211,7 @@ tavHouse::Result tavHouse::Apply(const tavEvent& event) {
 unsigned int tavHouse::TakeOver(const Visitor& changed) {
   unsigned int count = 0;
   Visit([&](tavIParameter& parameter) {
+    if (auto* const scene = parameter.GetParameterVRScenePtr()) scene->RepeatRequest();
     if (!parameter.IsDirty()) return;
     ++count;
     if (!changed) return parameter.IsDirty(false);

@@ -244,6 +244,14 @@ tavString tavParameterVRScene::SerializeParametersAsXml() const {
   return xml;
 }
 
+// The value stays as it is, so that a stop or an end of the play that comes meanwhile is not undone.
+void tavParameterVRScene::RepeatRequest() {
+  const tavSMutex lock(&m_lock);
+  if (!m_usesThread || m_value[0] == kStopped || m_thread.MustEnd()) return;
+  m_playEvent.Signal();
+  m_playEvent.Reset();
+}
+
 void tavParameterVRScene::term_thread() {
   {
     const tavSMutex lock(&m_lock);

@@ -2,6 +2,7 @@
 
 #include <gmock/gmock.h>
 
+#include <atomic>
 #include <cstring>
 #include <filesystem>
 #include <future>
@@ -17,7 +18,10 @@
 #include "tav_parameterswitch.h"
 #include "tav_parameterthermo.h"
 #include "tav_parameterthermochronoweek.h"
+#include "tav_parametervrscene.h"
 #include "temporary_folder.h"
+#include "vevent.h"
+#include "vthread.h"
 
 using namespace tavon;
 using testing::ElementsAre;
@@ -139,6 +143,58 @@ TEST_F(TavHouseWithLink, MayBeUsedInItsCallBacksAndByOthersMeanwhile) {
     house.Remove(1);  // this visit shows it all the same
   });
   EXPECT_THAT(IdsOf(house), ElementsAre(2, 12, 11));
+}
+
+// A scene that is played on its thread.
+struct CountedScene : tavParameterVRScene {
+  ~CountedScene() override { delete_scene(); }
+  void Build(tavIParameter& target) {
+    const unsigned char value = 1;
+    BuildScene_Begin();
+    BuildScene_AddSetParameter(&target, &value, 1);
+    BuildScene_AddWait(10);
+    BuildScene_End();
+  }
+  void OnPlayFinish() override {
+    ++plays;
+    finished.Signal();
+  }
+  std::atomic<int> plays{0};
+  VEvent finished;
+};
+
+// The play thread misses a request just after the scene was built, and one just after a play.
+TEST(TavHouse, RepeatsTheRequestOfASceneUntilItPlays) {
+  tavHouse house;
+  auto& lamp = *house.Make<tavParameterByte>(1, L"Lamp");
+  auto& scene = *house.Make<CountedScene>(2, L"Evening");
+  scene.Build(lamp);
+  for (int play = 1; play <= 3; ++play) {
+    scene.finished.Reset();
+    house.Apply(Event(2, {1}));
+    while (!scene.finished.Wait(10UL)) house.TakeOver();
+    EXPECT_EQ(scene.plays, play) << "asked for again, but played once";
+    EXPECT_EQ(scene.GetValue(), 0);
+  }
+}
+
+TEST(TavHouse, RepeatsNoRequestThatHasBeenStopped) {
+  tavHouse house;
+  auto& lamp = *house.Make<tavParameterByte>(1, L"Lamp");
+  auto& scene = *house.Make<CountedScene>(2, L"Evening");
+  scene.Build(lamp);
+  scene.SetValue(2);
+  while (lamp.GetValue() == 0) {
+    house.TakeOver();
+    VThread::SleepM(1);
+  }
+  scene.SetValue(0);
+  house.TakeOver();
+  EXPECT_EQ(scene.GetValue(), 0);
+  scene.finished.Reset();
+  scene.SetValue(1);
+  while (!scene.finished.Wait(10UL)) house.TakeOver();
+  EXPECT_EQ(scene.plays, 1) << "the repeated play did not come to its end";
 }
 
 TEST(TavHouse, MayBeUsedByManyThreads) {
