@@ -22,7 +22,8 @@ write_basic_package_version_file("${CMAKE_CURRENT_BINARY_DIR}/uraConfigVersion.c
 install(FILES "${CMAKE_CURRENT_BINARY_DIR}/uraConfig.cmake" "${CMAKE_CURRENT_BINARY_DIR}/uraConfigVersion.cmake"
         DESTINATION "${package_folder}" COMPONENT sdk)
 
-# Paths start at the folder of ura.pc, so that an installed tree may be moved.
+# Paths start at the folder of ura.pc, so that an installed tree may be moved. It names no standard of C++: behind a
+# program's own -std, it would win.
 set(pkgconfig_folder "${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig")
 file(RELATIVE_PATH prefix_from_pc "${pkgconfig_folder}" "${CMAKE_INSTALL_PREFIX}")
 string(REGEX REPLACE "/$" "" prefix_from_pc "${prefix_from_pc}")
@@ -39,7 +40,10 @@ install(FILES "${CMAKE_CURRENT_BINARY_DIR}/ura.pc" DESTINATION "${CMAKE_INSTALL_
 
 # What somebody reads who starts with the SDK.
 set(sdk_documents "${CMAKE_INSTALL_DATADIR}/doc/ura-sdk-dev")
-install(FILES docs/sdk.md docs/architecture.md docs/performance.md docs/reliability.md DESTINATION "${sdk_documents}" COMPONENT sdk)
+install(FILES docs/sdk.md DESTINATION "${sdk_documents}" COMPONENT sdk)
 foreach(example house scene new_parameter)
   install(DIRECTORY examples/${example} DESTINATION "${sdk_documents}/examples" COMPONENT sdk)
 endforeach()
+if(EXISTS "${reference}/index.html")
+  install(FILES packaging/doc-base DESTINATION "${CMAKE_INSTALL_DATADIR}/doc-base" RENAME ura-sdk-doc.ura-sdk COMPONENT doc)
+endif()

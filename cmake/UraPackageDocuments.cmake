@@ -14,6 +14,13 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
   endforeach()
   configure_file("${CPACK_URA_SOURCE_FOLDER}/packaging/lintian-overrides"
                  "${tree}/share/lintian/overrides/${package}" @ONLY)
+  # A package is not moved, so its paths may be plain ones.
+  file(GLOB_RECURSE pkgconfig_file "${tree}/lib/ura.pc")
+  if(pkgconfig_file)
+    file(READ "${pkgconfig_file}" text)
+    string(REGEX REPLACE "^prefix=[^\n]*" "prefix=${CPACK_PACKAGING_INSTALL_PREFIX}" text "${text}")
+    file(WRITE "${pkgconfig_file}" "${text}")
+  endif()
   file(GLOB manual_pages "${tree}/share/man/man1/*.1")
   execute_process(COMMAND "${GZIP}" -9nf "${documents}/changelog" ${manual_pages} COMMAND_ERROR_IS_FATAL ANY)
 endforeach()

@@ -39,7 +39,10 @@ slider, a colour, a shutter, a thermostat, a schedule, a scene) by sending it
 one datagram. Scripts and timers run it once for each event.
 
 ura_send sends one event or thousands, checked, and no faster than the server
-reads. ura_listen shows the events that arrive while no server is running.")
+reads. ura_listen shows the events that arrive while no server is running.
+
+The server is a program of its own and not in this package. The example house
+in the package ura-sdk-dev is one to start from.")
 
 set(CPACK_DEBIAN_SDK_PACKAGE_NAME ura-sdk-dev)
 # The SDKs of several architectures may be installed together. CPack has no name for that field before 3.31, so it
