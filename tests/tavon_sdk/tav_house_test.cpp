@@ -71,6 +71,7 @@ TEST(TavHouse, RefusesAnIdThatIsTaken) {
 
 TEST(TavHouse, DestroysWhatWasAddedLastFirst) {
   static std::vector<unsigned int> destroyed;
+  destroyed.clear();  // if the tests are repeated
   struct Mortal : tavParameterByte {
     ~Mortal() override { destroyed.push_back(GetUniqueID()); }
   };
