@@ -31,7 +31,8 @@ class tavHouse {
   using Visitor = std::function<void(tavIParameter&)>;
 
   tavHouse() = default;
-  // Do not destroy the house while another thread uses it.
+  // Ends the threads of the parameters that the house owns, and then destroys these. Do not destroy the house
+  // while a thread other than those uses it.
   ~tavHouse();
   tavHouse(const tavHouse&) = delete;
   tavHouse& operator=(const tavHouse&) = delete;
@@ -56,8 +57,8 @@ class tavHouse {
   // The parameter with an id, or null. The result keeps a parameter that the house owns alive.
   std::shared_ptr<tavIParameter> Find(unsigned int id) const;
 
-  // Takes a parameter out of the house and returns it; null if there is none. Links and scenes that refer to
-  // it must be gone before it goes.
+  // Takes a parameter out of the house and returns it; null if there is none. Before it goes, end its thread
+  // with term_thread, as a hook on it may be visiting the house, and the links and scenes that refer to it.
   std::shared_ptr<tavIParameter> Remove(unsigned int id);
 
   // Calls the visitor with each parameter that is in the house when the visit begins.

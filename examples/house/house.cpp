@@ -113,7 +113,8 @@ int main(int argc, char** argv) {
   if (!isActivated && socket.Bind("localhost", tavEvent::Port) != dro::droError_NoError) return 1;
   tavHouse house;
   Furnish(house);
-  house.Restore(state);
+  // What could not be restored stays for a person to mend: the next save would replace it.
+  if (house.Restore(state) != tavError_NoError) std::rename(state, (tavString(state) + ".bad").c_str());
   std::printf("the house is ready\n");
 
   bool hasChanged = false;

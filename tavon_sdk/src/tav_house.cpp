@@ -10,6 +10,9 @@
 
 #include "dro_error.h"
 #include "shared/vfile.h"
+#include "tav_parametershutter.h"
+#include "tav_parameterswitchrelease.h"
+#include "tav_parameterthermochronoweek.h"
 #include "tav_parametertype.h"
 #include "tav_parametervrscene.h"
 #include "tav_savedparameter.h"
@@ -102,6 +105,13 @@ int ReadFile(const char* path, std::string& o_text) {
   return std::ferror(file.get()) == 0 ? 0 : errno;
 }
 
+void EndThread(tavIParameter& parameter) {
+  if (auto* const shutter = parameter.GetParameterShutterPtr()) shutter->term_thread();
+  if (auto* const release = parameter.GetParameterSwitchReleasePtr()) release->term_thread();
+  if (auto* const week = parameter.GetParameterThermoChronoWeekPtr()) week->term_thread();
+  if (auto* const scene = parameter.GetParameterVRScenePtr()) scene->term_thread();
+}
+
 // Restores the parameter of a line. Returns what is wrong with the line, or nothing.
 std::string RestoreLine(const tavHouse& house, std::string_view line) {
   const auto saved = tavSavedParameter::FromLine(line);
@@ -156,9 +166,16 @@ tavHouse::Entries& tavHouse::Writable() {
   return *m_entries;
 }
 
+// Ends the threads first, while all is there: hooks that run on them may be using the house.
 tavHouse::~tavHouse() {
+  {
+    const Reading reading(*this);
+    for (auto entry = reading.end(); entry != reading.begin();) {
+      --entry;
+      if (entry->parameter.use_count() != 0) EndThread(*entry->parameter);
+    }
+  }
   m_byId.clear();
-  // Without the lock: hooks on their threads may still ask the house.
   while (!m_entries->empty()) m_entries->pop_back();
 }
 

@@ -14,6 +14,7 @@
 #include "tav_parameterbyte.h"
 #include "tav_parametercolor.h"
 #include "tav_parameterinfo.h"
+#include "tav_parametershutter.h"
 #include "tav_parameterslider.h"
 #include "tav_parameterswitch.h"
 #include "tav_parameterthermo.h"
@@ -83,6 +84,25 @@ TEST(TavHouse, DestroysWhatWasAddedLastFirst) {
     house.Add(elsewhere);
   }
   EXPECT_THAT(destroyed, ElementsAre(2, 1, 3, 4));
+}
+
+// There must be neither a deadlock nor, for the sanitizers, a race or a parameter that goes in its own hook.
+TEST(TavHouse, MayBeUsedByHooksWhileItIsDestroyed) {
+  struct Curious : tavParameterShutter {
+    Curious(tavHouse& lookedAt, VEvent& o_begun) : house(lookedAt), begun(o_begun) {}
+    ~Curious() override { term_thread(); }
+    void OnStop() override {
+      begun.Signal();
+      for (int i = 0; i < 1000; ++i) house.Visit([](tavIParameter& parameter) { parameter.IsDirty(); });
+    }
+    tavHouse& house;
+    VEvent& begun;
+  };
+  VEvent begun;
+  tavHouse house;
+  house.Make<Curious>(1, L"Blind", house, begun)->SetValue(1);
+  house.Make<tavParameterByte>(2, L"");
+  begun.Wait();
 }
 
 TEST(TavHouse, TellsWhatBecameOfAnEvent) {
