@@ -35,7 +35,8 @@ class tavParameterSwitchRelease : public tavTypedParameter<1> {
   // The safe time is measured with the wall clock: setting the clock forward releases early, setting it back
   // by an hour releases an hour later.
   //
-  // If the thread cannot be made (reported with code 5) or started (code 1), nothing is released.
+  // If the thread cannot be made (reported with code 5) or started (code 1), nothing is released until the
+  // next call can start it.
   void SetSafeTime(const unsigned int& ms);
   unsigned int GetSafeTime() const;
 

@@ -37,9 +37,6 @@ class tavWorkerThread {
   // The owner reports a failure; the next call tries again.
   tavThreadStart Start(VThread::Work work, void* owner, unsigned long stackSize);
 
-  // True from a Start that had the memory for a thread, even if the thread did not start, to WaitForEnd.
-  bool Exists() const;
-
   // True for this object's thread.
   bool Is(const VThread* thread) const;
 

@@ -39,7 +39,6 @@ void tavParameterSwitchRelease::SetSafeTime(const unsigned int& ms) {
     term_thread();
     return;
   }
-  if (m_thread.Exists()) return;
   switch (m_thread.Start(thread_procedure, this, kStackSize)) {
     case tavThreadStart::Started:
       break;

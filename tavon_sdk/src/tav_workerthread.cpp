@@ -52,11 +52,6 @@ tavThreadStart tavWorkerThread::Start(VThread::Work work, void* owner, unsigned 
   return m_thread ? tavThreadStart::Failed : tavThreadStart::NoMemory;
 }
 
-bool tavWorkerThread::Exists() const {
-  const tavSMutex lock(&m_ownersLock);
-  return m_thread != nullptr;
-}
-
 bool tavWorkerThread::Is(const VThread* thread) const {
   const tavSMutex lock(&m_ownersLock);
   return m_thread.get() == thread;

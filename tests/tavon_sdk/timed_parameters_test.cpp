@@ -1,12 +1,15 @@
 // The types that act on their own value after a time, under a clock that the test advances.
 #include <gmock/gmock.h>
 
+#include <cerrno>
 #include <functional>
 #include <future>
 #include <stdexcept>
 
 #include "captured_output.h"
+#include "expect_report.h"
 #include "object_lock.h"
+#include "system_calls.h"
 #include "tav_parametershutter.h"
 #include "tav_parameterswitchrelease.h"
 #include "test_clock.h"
@@ -231,6 +234,23 @@ TEST_F(TavParameterSwitchRelease, GoesOnAfterAHookThatThrows) {
   });
   EXPECT_EQ(release.releases, 2);
   EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: hook\n"));
+}
+
+TEST_F(TavParameterSwitchRelease, TriesAgainAfterItsThreadDidNotStartAndAfterAStop) {
+  const auto expectNoThread = [this] {
+    const auto noThreads = system_calls::pthread_attr_setstacksize.Returns(EAGAIN);
+    ExpectReport({1, "tav_parameterswitchrelease", "SetSafeTime",
+                  "Can not start thread for tavParameterSwitchRelease", 143},
+                 [this] { release.SetSafeTime(1000); });
+  };
+  expectNoThread();
+  expectNoThread();
+  release.SetSafeTime(1000);
+  release.SetValue(1);
+  Pass(milliseconds(1300));
+  EXPECT_EQ(release.GetValue(), 0);
+  release.SetSafeTime(999);
+  expectNoThread();
 }
 
 TEST_F(TavParameterSwitchRelease, NeverReleasesAgainOnceItWasStopped) {
