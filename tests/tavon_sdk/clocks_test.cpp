@@ -78,13 +78,15 @@ TEST_F(Clocks, WrapTheirSecondsAtThirtyTwoBits) {
   clock.JumpTo(TestClock::Moment(4294967301000007));  // in the year 2106
   EXPECT_EQ(VTime::Time(), 5000U);
   EXPECT_EQ(VTime::TimeUS(), 4294967301000007U);
-  unsigned long seconds = 0;
-  long microseconds = 0;
-  VTime::Time(&seconds, nullptr);
-  VTime::Time(nullptr, &microseconds);
-  tavTime::GetTime(&seconds, &microseconds);
-  EXPECT_EQ(seconds, 5U);
-  EXPECT_EQ(microseconds, 7);
+  using Reading = void (*)(unsigned long* o_seconds, long* o_microseconds);
+  for (const Reading time : {Reading{VTime::Time}, Reading{tavTime::GetTime}}) {
+    unsigned long seconds = 0;
+    long microseconds = 0;
+    time(&seconds, nullptr);
+    time(nullptr, &microseconds);
+    EXPECT_EQ(seconds, 5U);
+    EXPECT_EQ(microseconds, 7);
+  }
 }
 
 TEST_F(Clocks, TellHowLongItIsToTheNextMultipleOfAStep) {

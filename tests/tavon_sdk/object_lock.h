@@ -1,7 +1,9 @@
 #pragma once
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 
+#include <ctime>
 #include <future>
 
 #include "tav_error.h"
@@ -19,11 +21,17 @@ struct ObjectLock : tavon::tavObject {
         .get();
   }
 
-  // The same where a thread of the object's own may have it for a moment.
+  // The same where a thread of the object's own may have it for a moment: waits for it up to half a minute.
   static bool BecomesFree(tavon::tavObject& object) {
-    int tries = 0;
-    while (tries < 10000 && !IsFree(object)) ++tries;
-    return tries < 10000;
+    return std::async(std::launch::async,
+                      [&object] {
+                        vMutex& lock = object.*(&ObjectLock::m_lock);
+                        timespec end{};
+                        clock_gettime(CLOCK_REALTIME, &end);
+                        end.tv_sec += 30;
+                        return pthread_mutex_timedlock(lock.GetMutexHandle(), &end) == 0 && lock.UnLockB();
+                      })
+        .get();
   }
 
   // Takes back one level of what the calling thread holds; false when it holds none.
