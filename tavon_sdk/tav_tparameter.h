@@ -155,15 +155,16 @@ class tavTParameter : public tavIParameter {
   // value. IsDirty and OnDirty would not do, because a derived class may override them.
   void SignalWhenStored(VEvent& event) { m_stored = &event; }
 
-  // The value. Only SetData writes to it.
-  std::array<unsigned char, N> m_value{};
+  // The value, without taking the lock. Only SetData stores one.
+  const std::array<unsigned char, N>& Value() const { return m_value; }
 
  private:
-  VEvent* m_stored = nullptr;
+  std::array<unsigned char, N> m_value{};
   tavIParameter* m_drivenTarget = nullptr;
   tavDrivenMap m_drivenMap;
   tavArray<tavString> m_uiStyles;
   tavString m_settings;
+  VEvent* m_stored = nullptr;
 };
 
 // The sizes of the SDK's own types are compiled once, in the library.

@@ -50,7 +50,7 @@ class tavTypedParameter : public tavTParameter<N>, public tavTyped {
 
   tavString ValueToString() const override {
     const tavSMutex lock(&this->m_lock);
-    return GetTypeRecord().toText(this->m_value.data());
+    return GetTypeRecord().toText(this->Value().data());
   }
 
  protected:
@@ -61,7 +61,7 @@ class tavTypedParameter : public tavTParameter<N>, public tavTyped {
   void SetBytes(const std::array<unsigned char, N>& value) { this->SetData(value.data(), N, 1); }
   std::array<unsigned char, N> CopyBytes() const {
     const tavSMutex lock(&this->m_lock);
-    return this->m_value;
+    return this->Value();
   }
 
   // What the static SetDataFromString of a type does: sets a parameter that is known by its interface. Null

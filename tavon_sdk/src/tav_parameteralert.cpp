@@ -57,7 +57,7 @@ tavString tavParameterAlert::GetMessage() const {
 void tavParameterAlert::SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) {
   tavTypedParameter::SetData(data, size, flag);
   const tavSMutex lock(&m_lock);
-  if ((m_value[0] != 0) != m_inverted) OnAlert();
+  if ((Value()[0] != 0) != m_inverted) OnAlert();
 }
 
 tavString tavParameterAlert::SerializeParametersAsXml() const {

@@ -65,8 +65,8 @@ void tavParameterColor::GetValue(unsigned int* o_val) const {
   if (o_val == nullptr) kReport(tavError_InvalidArgument, "o_val == 0");
   const tavSMutex lock(&m_lock);
   // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): callers never pass null, unless the log throws
-  *o_val = static_cast<unsigned int>(m_value[0]) << 24 | static_cast<unsigned int>(m_value[1]) << 16 |
-           static_cast<unsigned int>(m_value[2]) << 8 | m_value[3];
+  *o_val = static_cast<unsigned int>(Value()[0]) << 24 | static_cast<unsigned int>(Value()[1]) << 16 |
+           static_cast<unsigned int>(Value()[2]) << 8 | Value()[3];
 }
 
 void tavParameterColor::GetValue(unsigned char* o_c0, unsigned char* o_c1, unsigned char* o_c2,
@@ -74,14 +74,14 @@ void tavParameterColor::GetValue(unsigned char* o_c0, unsigned char* o_c1, unsig
   const tavSMutex lock(&m_lock);
   unsigned char* const targets[] = {o_c0, o_c1, o_c2, o_c3};
   for (std::size_t i = 0; i < kComponents; ++i) {
-    if (targets[i] != nullptr) *targets[i] = m_value[i];
+    if (targets[i] != nullptr) *targets[i] = Value()[i];
   }
 }
 
 void tavParameterColor::SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) {
   tavTypedParameter::SetData(data, size, flag);
   const tavSMutex lock(&m_lock);
-  if (IsDirty()) OnRGBValue((m_value[0] | m_value[1] | m_value[2]) != 0 ? 1 : 0);
+  if (IsDirty()) OnRGBValue((Value()[0] | Value()[1] | Value()[2]) != 0 ? 1 : 0);
 }
 
 tavEError tavParameterColor::GetBinaryDataFromString(const tavString& text, unsigned char* o_pBuffer) {

@@ -90,7 +90,7 @@ void tavParameterSwitchRelease::term_thread() {
 
 bool tavParameterSwitchRelease::ReadState(unsigned char& o_value, unsigned int& o_age) const {
   const tavSMutex lock(&m_lock);
-  o_value = m_value[0];
+  o_value = Value()[0];
   // Unsigned arithmetic gives the right age even when the clock has wrapped.
   o_age = static_cast<unsigned int>(tavTime::GetTime()) - m_activationTime;
   return !m_thread.MustEnd();

@@ -106,7 +106,7 @@ tavParameterThermoChronoWeek::~tavParameterThermoChronoWeek() { term_thread(); }
 
 unsigned char tavParameterThermoChronoWeek::GetActive() const {
   const tavSMutex lock(&m_lock);
-  return m_value[0];
+  return Value()[0];
 }
 
 void tavParameterThermoChronoWeek::SetActive(unsigned char active) { SetData(&active, 1, 0); }
@@ -136,7 +136,7 @@ void tavParameterThermoChronoWeek::GetDay(EDays day, float* o_float_buffer_24) c
   const tavSMutex lock(&m_lock);
   for (std::size_t hour = 0; hour < kHours; ++hour) {
     // NOLINTNEXTLINE(clang-analyzer-core.NullDereference): callers never pass null, unless the log throws
-    o_float_buffer_24[hour] = LoadFloat(m_value.data() + OffsetOf(midnight + hour));
+    o_float_buffer_24[hour] = LoadFloat(Value().data() + OffsetOf(midnight + hour));
   }
 }
 
@@ -170,7 +170,7 @@ void tavParameterThermoChronoWeek::update_temperature(int day, int hour) {
   if (hourOfWeek < 0 || hourOfWeek >= kSetPoints) return;
   {
     const tavSMutex lock(&m_lock);
-    m_currentTemperature = LoadFloat(m_value.data() + OffsetOf(static_cast<std::size_t>(hourOfWeek)));
+    m_currentTemperature = LoadFloat(Value().data() + OffsetOf(static_cast<std::size_t>(hourOfWeek)));
   }
   OnChangeTemperature();
 }

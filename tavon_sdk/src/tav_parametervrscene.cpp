@@ -70,7 +70,7 @@ class tavParameterVRScene::Play {
       m_isOnThread = m_scene.m_usesThread;
     }
     if (m_scene.m_thread.MustEnd() || m_scene.m_interruptions != m_interruptions) return nullptr;
-    const unsigned char value = m_isOnThread ? m_scene.m_value[0] : kPlayOnce;
+    const unsigned char value = m_isOnThread ? m_scene.Value()[0] : kPlayOnce;
     if (value == kStopped) return nullptr;
     m_item = m_item == nullptr ? m_scene.m_items.first : m_item->GetNext();
     if (m_item == nullptr && value == kPlayRepeatedly) m_item = m_scene.m_items.first;
@@ -208,7 +208,7 @@ void tavParameterVRScene::SetData(const unsigned char* data, const unsigned int&
   tavTypedParameter::SetData(data, size, flag);
   const tavSMutex lock(&m_lock);
   if (m_usesThread) {
-    if (m_value[0] == kStopped) {
+    if (Value()[0] == kStopped) {
       ++m_interruptions;
       EndWaits();
     } else {
@@ -221,7 +221,7 @@ void tavParameterVRScene::SetData(const unsigned char* data, const unsigned int&
   }
   // A play at once holds the lock. So if one is under way here, this call comes from one of its own items or
   // hooks, and must not start it again.
-  if (m_value[0] == kPlayOnce && m_items.first != nullptr && !m_isPlaying) PlayAtOnce();
+  if (Value()[0] == kPlayOnce && m_items.first != nullptr && !m_isPlaying) PlayAtOnce();
 }
 
 tavString tavParameterVRScene::SerializeParametersAsXml() const {
