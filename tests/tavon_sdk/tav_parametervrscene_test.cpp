@@ -16,6 +16,7 @@
 #include "tav_virtualitemparameter.h"
 #include "tav_virtualitemwait.h"
 #include "test_clock.h"
+#include "write_and_read.h"
 
 namespace tavon {
 namespace {
@@ -417,44 +418,51 @@ TEST_F(TavParameterVRSceneOnAThread, NeverPlaysOnAThreadAgainOnceItIsRebuilt) {
   EXPECT_FALSE(scene.hasSet.try_acquire_for(milliseconds(50)));
 }
 
-// Calls one thing on a thread of its own and another on the calling one, often and at the same time: they
-// start each of many rounds together. The thread sanitizer tells of a lock that is not taken.
-void CallOnTwoThreads(const std::function<void()>& one, const std::function<void()>& other) {
-  std::barrier round(2);
-  const auto callOften = [&round](const std::function<void()>& call) {
-    for (int i = 0; i < 100; ++i) {
-      round.arrive_and_wait();
-      for (int k = 0; k < 5; ++k) call();
-    }
-  };
-  std::thread thread(callOften, one);
-  callOften(other);
-  thread.join();
-}
+// Locks: one thread writes what another one reads, and the thread sanitizer tells of the side without a lock.
 
 TEST(TavParameterVRSceneOnManyThreads, IsBegunByOneAndBuiltByAnother) {
   Scene scene;
-  const auto begin = [&] { scene.BuildScene_Begin(); };
-  CallOnTwoThreads(begin, [&] { scene.BuildScene_AddWait(10); });
-  CallOnTwoThreads(begin, [&] { scene.AddSet(scene.first); });
-  CallOnTwoThreads(begin, [&] { scene.BuildScene_End(); });
-  CallOnTwoThreads(begin, [&] {
-    scene.add_as_last(new tavVirtualItemWait);
-    scene.BuildScene_End();
-  });
+  const auto begin = [&](int) { scene.BuildScene_Begin(); };
+  WriteAndRead(begin, [&] { scene.BuildScene_AddWait(10); });
+  WriteAndRead(begin, [&] { scene.AddSet(scene.first); });
+  WriteAndRead(begin, [&] { scene.BuildScene_End(); });
   EXPECT_TRUE(scene.UseThread());
 }
 
 TEST(TavParameterVRSceneOnManyThreads, IsBuiltByOneAndUsedByAnother) {
   Scene scene;
-  const auto build = [&] {
+  const auto build = [&](int) {
     scene.BuildScene_Begin();
     scene.BuildScene_AddWait(10);
   };
-  CallOnTwoThreads(build, [&] { scene.UseThread(); });
-  CallOnTwoThreads(build, [&] { scene.SerializeParametersAsXml(); });
-  CallOnTwoThreads(build, [&] { scene.add_as_last(new tavVirtualItemWait); });
-  CallOnTwoThreads(build, [&] { scene.SetValue(0); });
+  WriteAndRead(build, [&] { scene.UseThread(); });
+  WriteAndRead(build, [&] { scene.SerializeParametersAsXml(); });
+  WriteAndRead(build, [&] { scene.add_as_last(new tavVirtualItemWait); });
+}
+
+TEST(TavParameterVRSceneOnManyThreads, IsPlayedByOneAndStoppedByAnother) {
+  Scene scene;
+  WriteAndRead([&](int) { scene.SetValue(2); }, [&] { scene.SetValue(0); });
+}
+
+// Where its steps must meet: the end of the thread looks at all items.
+TEST(TavParameterVRSceneOnManyThreads, IsLengthenedByOneWhileAnotherEndsItsThread) {
+  constexpr int kRounds = 300;
+  Scene scene;
+  for (int i = 0; i < 500; ++i) scene.BuildScene_AddWait(10);
+  std::barrier round(2);
+  std::thread other([&] {
+    for (int i = 0; i < kRounds; ++i) {
+      round.arrive_and_wait();
+      scene.add_as_last(new tavVirtualItemWait);
+    }
+  });
+  for (int i = 0; i < kRounds; ++i) {
+    scene.BuildScene_End();
+    round.arrive_and_wait();
+    scene.term_thread();
+  }
+  other.join();
 }
 
 TEST(TavParameterVRSceneOnManyThreads, IsPlayedByItsThreadAndSetByAnother) {
@@ -474,8 +482,7 @@ TEST(TavParameterVRSceneOnManyThreads, IsPlayedByItsThreadAndSetByAnother) {
 
 TEST(TavVirtualItemWait, IsExecutedByOneThreadAndEndedByAnother) {
   tavVirtualItemWait wait;
-  wait.SetWaitTime(1);
-  CallOnTwoThreads([&] { wait.Execute(); }, [&] { wait.ExitExecute(); });
+  WriteAndRead([&](int) { wait.Execute(); }, [&] { wait.ExitExecute(); });
 }
 
 }  // namespace
