@@ -141,7 +141,7 @@ unsigned int Application::Execute() {
   try {
     socket.Close();
   } catch (const std::bad_alloc&) {
-    // There is no memory to report that closing failed. The event was sent all the same, and the status says
+    // There is no memory to report that closing failed. The event was sent anyway, and the status says
     // so.
   }
   return tavon::tavError_NoError;

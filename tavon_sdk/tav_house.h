@@ -67,8 +67,8 @@ class tavHouse {
   // Gives the value of an event to its parameter. What the event does not carry stays as it is.
   Result Apply(const tavEvent& event);
 
-  // Acknowledges what has changed, whoever changed it: for each dirty parameter calls the call-back, if there
-  // is one, and makes the parameter clean, so that the rules of its link fire. Returns how many there were.
+  // Acknowledges all changes: for each dirty parameter calls the call-back, if there is one, and makes the
+  // parameter clean, so that the rules of its link fire. Returns how many there were.
   // Links and scenes make others dirty: call it again soon unless the result is 0.
   //
   // A scene may miss the request to play; it is repeated here as long as the scene's value asks for it, so
@@ -94,9 +94,9 @@ class tavHouse {
   // reported and skipped as a whole, and one that cannot be read is reported with code 1. Returns 0 or the
   // last reported code. A missing file is no failure: the house starts for the first time.
   //
-  // The file is text to read and to mend, with a parameter a line: id, type, name in quotes, and value, which
-  // is hexadecimal bytes or a text in quotes. In quotes a backslash stands before a quote, another backslash,
-  // or an x and the two hexadecimal digits of any byte. What follows a # is a remark.
+  // The file is text that a person can read and edit, with one parameter per line: id, type, name in quotes,
+  // and value, which is hexadecimal bytes or a text in quotes. In quotes, a backslash precedes a quote,
+  // another backslash, or an x and the two hexadecimal digits of any byte. Text after a # is a comment.
   //
   //   ura-house 1
   //   1 ParameterSwitch "Lamp" 01 # 1
@@ -117,8 +117,8 @@ class tavHouse {
   mutable vMutex m_lock;
   mutable vMutex m_saveLock;
   std::unordered_map<unsigned int, std::shared_ptr<tavIParameter>> m_byId;
-  // In the order of adding. Who reads it without the lock has a share in it and counts as a reader; it is
-  // changed in place only while there is none.
+  // In the order of adding. Code that reads it without the lock shares its ownership and counts as a reader;
+  // it is changed in place only while there is none.
   std::shared_ptr<Entries> m_entries = std::make_shared<Entries>();
   mutable unsigned int m_readers = 0;
 };

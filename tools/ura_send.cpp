@@ -89,7 +89,7 @@ class Run {
     if (!m_options.dryRun && !m_sender.Send(datagram)) return false;
     if (!m_options.dryRun && !m_options.verbose) return true;
     std::printf("%s\n", DatagramText(datagram).c_str());
-    // What cannot be printed is sent all the same.
+    // What cannot be printed is sent anyway.
     if (std::fflush(stdout) != 0) m_printError = errno;
     return true;
   }

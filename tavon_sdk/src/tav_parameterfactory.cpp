@@ -11,7 +11,7 @@ namespace {
 
 constexpr tavReporter kReport{"tav_parameterfactory"};
 
-// In the order of the ids. How objects are made stands in a source of its own.
+// In the order of the ids. tav_parametercreation.cpp makes the objects.
 constexpr std::array kTypes = {
     &tavParameterSwitch::Type,  &tavParameterSwitchRelease::Type,
     &tavParameterSlider::Type,  &tavParameterColor::Type,

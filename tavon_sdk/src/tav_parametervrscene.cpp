@@ -259,7 +259,7 @@ void tavParameterVRScene::term_thread() {
     m_playEvent.Signal();
     EndWaits();
     // A hook or item of a play at once calls. That play holds the lock, which the thread needs to end.
-    // Whoever ends the thread next waits for it.
+    // The next caller that ends the thread waits for it.
     if (m_playsAtOnce != 0) return;
   }
   m_thread.WaitForEnd();
