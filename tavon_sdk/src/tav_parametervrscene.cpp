@@ -247,7 +247,7 @@ tavString tavParameterVRScene::SerializeParametersAsXml() const {
 // The value stays as it is, so that a stop or an end of the play that comes meanwhile is not undone.
 void tavParameterVRScene::RepeatRequest() {
   const tavSMutex lock(&m_lock);
-  if (!m_usesThread || m_value[0] == kStopped || m_thread.MustEnd()) return;
+  if (!m_usesThread || Value()[0] == kStopped || m_thread.MustEnd()) return;
   m_playEvent.Signal();
   m_playEvent.Reset();
 }
