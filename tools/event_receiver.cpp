@@ -17,6 +17,9 @@
 
 namespace {
 
+// In every network.
+constexpr std::uint32_t kLoopbackInterface = 1;
+
 struct Request {
   nlmsghdr header;
   inet_diag_req_v2 body;
@@ -35,6 +38,7 @@ Request RequestFor(std::uint16_t sender, std::uint16_t receiver) {
   request.body.id.idiag_src[0] = request.body.id.idiag_dst[0] = htonl(INADDR_LOOPBACK);
   request.body.id.idiag_sport = htons(sender);
   request.body.id.idiag_dport = htons(receiver);
+  request.body.id.idiag_if = kLoopbackInterface;  // or sockets that are bound to it are not found
   request.body.id.idiag_cookie[0] = request.body.id.idiag_cookie[1] = INET_DIAG_NOCOOKIE;
   return request;
 }
