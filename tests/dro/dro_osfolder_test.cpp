@@ -113,7 +113,7 @@ TEST_F(DroOsNetworkFolder, ThatCannotBeReadForWantOfDescriptorsIsReported) {
   EXPECT_THAT(addresses, testing::ElementsAre("kept"));
 }
 
-TEST_F(DroOsNetworkFolder, IsReadIntoAListOnly) {
+TEST_F(DroOsNetworkFolder, NeedsAListForTheAddresses) {
   ExpectReport(kInvalid("GetMacAddress", "o_aMacs == 0"), droError_InvalidArgument,
                [] { return droOsUtility::GetMacAddress(nullptr); });
 }

@@ -180,7 +180,7 @@ TYPED_TEST(BothErrorLogs, ReportAFileThatCannotBeRead) {
 
 TYPED_TEST(BothErrorLogs, ReportAFileThatDoesNotFitIntoMemory) {
   WriteFile(this->path, std::string(300000, 'o'));
-  for (const std::size_t bytes : {300000, 1}) {
+  for (const std::size_t bytes : {300000U, 1U}) {
     SCOPED_TRACE(bytes);
     this->lacking = bytes;
     this->ExpectFault(5, "Can not allocate buffer for to rebuild log error file.", 182);
