@@ -96,7 +96,7 @@ static bool IsValue(std::string type, std::string value, std::span<const unsigne
 // Takes the first word off a line.
 static std::string TakeWord(std::string& io_line) {
   io_line.erase(0, io_line.find_first_not_of(" \t"));
-  const std::string word = io_line.substr(0, io_line.find_first_of(" \t"));
+  std::string word = io_line.substr(0, io_line.find_first_of(" \t"));
   io_line.erase(0, word.size());
   io_line.erase(0, std::min(io_line.find_first_not_of(" \t"), io_line.size()));
   return word;
