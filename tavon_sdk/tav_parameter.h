@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "dro_value.h"
 #include "tav_error.h"
 #include "tav_object.h"

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "tav_typedparameter.h"
 #include "tav_workerthread.h"
 

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <string>
+#include <utility>
 
 #include "vstringbase.h"
 

@@ -105,7 +105,7 @@ bool EventLines::Next(std::optional<tavEvent>& o_event, std::string& o_mistake) 
     if (id.empty() || id.starts_with('#')) continue;
     const std::string_view type = TakeWord(rest);
     o_event = CheckEvent(id, type, rest, o_mistake);
-    if (!o_event) o_mistake = m_name + ':' + std::to_string(m_number) + ": " + o_mistake;
+    if (!o_event) o_mistake.insert(0, m_name + ':' + std::to_string(m_number) + ": ");
     return true;
   }
 }

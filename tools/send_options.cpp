@@ -110,6 +110,7 @@ std::optional<int> ReadSendOptions(int argc, char** argv, SendOptions& o_options
   for (;;) {
     const char* const argument = argv[std::min(optind, argc - 1)];
     // Options come before the event, whose value may begin with a minus.
+    // NOLINTNEXTLINE(concurrency-mt-unsafe): the program has one thread
     const int option = getopt_long(argc, argv, "+:f:nvh", kOptions.data(), nullptr);
     std::optional<int> status;
     switch (option) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "vnumber.h"
 #include "vtext.h"

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cwchar>
+#include <string_view>
 
 #include "dro_error.h"
 #include "shared/vutf8.h"

@@ -3,6 +3,7 @@
 #include <utf8.h>
 
 #include <algorithm>
+#include <span>
 #include <string_view>
 
 #include "tav_event.h"
