@@ -113,7 +113,9 @@ void VThread::State::Stop() {
 
 void VThread::State::StopAll() {
   Lock lock(m_mutex);
-  while (m_handle != 0 && Stop(lock)) continue;
+  while (m_handle != 0) {
+    if (!Stop(lock)) return;
+  }
 }
 
 int VThread::State::Kill() {
