@@ -144,6 +144,8 @@ int VThread::State::MakeThread(unsigned long stackSize) {
     if (const int error = pthread_attr_init(&attributes); error != 0) return error;
     if (const int error = pthread_attr_setstacksize(&attributes, stackSize); error != 0) return error;
   }
+  // Given to the thread below, which cppcheck does not see.
+  // cppcheck-suppress unreadVariable
   std::unique_ptr<Run> run(new (std::nothrow) Run{shared_from_this(), m_runsMade + 1, m_createSuspended});
   if (run == nullptr) return ENOMEM;
   pthread_t thread{};
