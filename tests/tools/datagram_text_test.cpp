@@ -10,11 +10,6 @@ namespace {
 
 using Bytes = std::vector<unsigned char>;
 
-TEST(DatagramText, TellsIdLengthAndBytes) {
-  EXPECT_EQ(DatagramText(Bytes{0x2A, 0, 0, 0, 1, 1}, nullptr), "id 42 length 1 value 01");
-  EXPECT_EQ(DatagramText(Bytes{1, 2, 0, 0xFF, 0}, nullptr), "id 4278190593 length 0 value");
-}
-
 TEST(DatagramText, TellsWhatIsWrongWithADatagram) {
   EXPECT_EQ(DatagramText(Bytes{1, 0, 0, 0, 2, 0xAB}, nullptr),
             "id 1 length 2 value AB (carries 1 value bytes)");
@@ -28,8 +23,6 @@ TEST(DatagramText, TellsWhatTheValueMeansToAParameter) {
     Bytes value;
     const char* meaning;
   } cases[] = {
-      {"ParameterColor", {1, 2, 3, 0xF}, " means 0x0102030F"},
-      {"ParameterColor", {1}, " means the first 1 of 4 bytes"},
       {"ParameterThermo", {}, ""},
       {"ParameterThermoChronoWeek", {2}, " means the schedule is on"},
       {"ParameterThermoChronoWeek", {0}, " means the schedule is off"},
