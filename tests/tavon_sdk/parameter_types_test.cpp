@@ -12,17 +12,6 @@
 namespace tavon {
 namespace {
 
-using Line = std::optional<int>;
-
-// The lines of a type's records, where they are published.
-struct Lines {
-  Line noBuffer = std::nullopt;
-  Line otherType = std::nullopt;
-  Line setDataValue = std::nullopt;
-  Line getDataValue = std::nullopt;
-  Line unknownOperator = std::nullopt;
-};
-
 struct Type {
   tavEObject id;
   tavString name;
@@ -30,16 +19,17 @@ struct Type {
   tavEError (*setFromText)(tavIParameter*, const tavString&);
   tavEError (*encode)(const tavString&, unsigned char*);
   std::string text;  // a value, printed as it is written
-  Lines lines;
+  tavPublishedLines lines;
 
-  Report ReportOf(int code, const char* function, const std::string& message, Line line) const {
-    return {code, "tav_" + name.GetLowCase(), function, message, line};
+  Report ReportOf(int code, const char* function, const std::string& message, int line) const {
+    const auto published = line != 0 ? std::optional(line) : std::nullopt;
+    return {code, "tav_" + name.GetLowCase(), function, message, published};
   }
   friend void PrintTo(const Type& type, std::ostream* out) { *out << type.name; }
 };
 
 template <class Self>
-Type Row(const std::string& text, const Lines& lines) {
+Type Row(const std::string& text, const tavPublishedLines& lines) {
   return {.id = Self::Type.id,
           .name = Self::TypeName,
           .cast = nullptr,
@@ -50,7 +40,7 @@ Type Row(const std::string& text, const Lines& lines) {
 }
 
 template <class Self>
-Type Row(Self* (tavIParameter::*cast)(), const std::string& text, const Lines& lines) {
+Type Row(Self* (tavIParameter::*cast)(), const std::string& text, const tavPublishedLines& lines) {
   Type row = Row<Self>(text, lines);
   row.cast = std::mem_fn(cast);
   return row;
@@ -65,18 +55,22 @@ std::string WeekAt(const char* setPoint) {
 const Type kTypes[] = {
     Row(&tavIParameter::GetParameterSwitchPtr, "1", {.noBuffer = 17}),
     Row(&tavIParameter::GetParameterSwitchReleasePtr, "1",
-        {.noBuffer = 23, .otherType = 38, .setDataValue = 85, .getDataValue = 89, .unknownOperator = 99}),
+        {.noBuffer = 23, .setDataFromString = 38, .setDataValue = 85, .getDataValue = 89, .comparison = 99}),
     Row(&tavIParameter::GetParameterSliderPtr, "0.75", {.noBuffer = 18}),
     Row(&tavIParameter::GetParameterColorPtr, "0x0102E3F4", {.noBuffer = 19}),
     Row(&tavIParameter::GetParameterInfoPtr, "a text", {.noBuffer = 15}),
     Row(&tavIParameter::GetParameterShutterPtr, "3",
-        {.noBuffer = 26, .otherType = 43, .setDataValue = 84, .getDataValue = 88}),
+        {.noBuffer = 26, .setDataFromString = 43, .setDataValue = 84, .getDataValue = 88}),
     Row(&tavIParameter::GetParameterThermoPtr, "-0.13", {.noBuffer = 17}),
     Row(&tavIParameter::GetParameterThermoChronoWeekPtr, WeekAt("20.25"),
-        {.noBuffer = 25, .otherType = 72, .setDataValue = 98, .getDataValue = 102, .unknownOperator = 211}),
+        {.noBuffer = 25,
+         .setDataFromString = 72,
+         .setDataValue = 98,
+         .getDataValue = 102,
+         .comparison = 211}),
     Row(&tavIParameter::GetParameterHDScenePtr, "1", {.noBuffer = 17}),
     Row(&tavIParameter::GetParameterVRScenePtr, "200",
-        {.noBuffer = 28, .otherType = 44, .setDataValue = 90, .getDataValue = 94, .unknownOperator = 148}),
+        {.noBuffer = 28, .setDataFromString = 44, .setDataValue = 90, .getDataValue = 94, .comparison = 148}),
     Row(&tavIParameter::GetParameterAlertPtr, "1", {.noBuffer = 19}),
     Row(&tavIParameter::GetParameterBytePtr, "255", {.noBuffer = 17}),
     Row(&tavIParameter::GetParameterTunerPtr, "1500", {.noBuffer = 17}),
@@ -126,9 +120,9 @@ TEST_P(ParameterTypes, AreSetFromText) {
 TEST_P(ParameterTypes, AreNotSetAsAnyOtherType) {
   for (const Type& other : kTypes) {
     if (other.id == type.id) continue;
-    ExpectReport(
-        other.ReportOf(6, "SetDataFromString", "pPrm != tavObject_" + other.name, other.lines.otherType),
-        tavError_InvalidArgument, [&] { return other.setFromText(parameter.get(), other.text); });
+    ExpectReport(other.ReportOf(6, "SetDataFromString", "pPrm != tavObject_" + other.name,
+                                other.lines.setDataFromString),
+                 tavError_InvalidArgument, [&] { return other.setFromText(parameter.get(), other.text); });
   }
 }
 
@@ -151,7 +145,7 @@ TEST_P(ParameterTypes, NeedAnOperatorAndAWholeOperandToCompare) {
                                  parameter->GetDataSize());
   };
   for (const int op : {-1, 0, 7}) {
-    ExpectReport(type.ReportOf(1, "Comparison", message, type.lines.unknownOperator), false,
+    ExpectReport(type.ReportOf(1, "Comparison", message, type.lines.comparison), false,
                  [&] { return compare(op); });
   }
   ExpectUnlockedAfterThrow(*parameter, [&] { compare(0); });

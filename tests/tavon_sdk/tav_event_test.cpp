@@ -79,25 +79,6 @@ TEST(TavEvent, BufferHoldsMoreThanAnEventSoThatALongerDatagramIsSeen) {
   EXPECT_TRUE(tavEvent::FromDatagram(buffer.data(), static_cast<int>(buffer.size()) - 1));
 }
 
-TEST(TavEvent, IsMadeFromTheTextOfAValue) {
-  const auto value = [](tavEObject type, const tavString& text) {
-    const tavEvent event = tavEvent::FromText(42, type, text).value();
-    return Bytes(event.GetValue().begin(), event.GetValue().end());
-  };
-  EXPECT_THAT(value(tavObject_ParameterColor, "0xFF8000"), ElementsAre(0xFF, 0x80, 0, 0));
-  EXPECT_THAT(value(tavObject_ParameterInfo, "Hi"), ElementsAre('H', 'i'));
-  EXPECT_THAT(value(tavObject_ParameterInfo, std::string(300, 'x')), ElementsAreArray(std::string(44, 'x')));
-  EXPECT_EQ(tavEvent::FromText(42, tavObject_ParameterSwitch, "1")->GetId(), 42U);
-}
-
-TEST(TavEvent, CarriesOnlyTheActiveByteOfAScheduleWithoutSetPoints) {
-  const auto sent = [](const char* text) {
-    return tavEvent::FromText(42, tavObject_ParameterThermoChronoWeek, text)->GetValue().size();
-  };
-  EXPECT_EQ(sent("3"), 1U);
-  EXPECT_EQ(sent("1,"), 161U) << "the first bytes of a whole schedule";
-}
-
 TEST(TavEvent, NeedsNoMemory) {
   const tavString week = "1,20.123456789012345678,21";
   const auto shortage = FailingAllocation::OfAtLeast(0);
@@ -106,14 +87,9 @@ TEST(TavEvent, NeedsNoMemory) {
   }
 }
 
-TEST(TavEvent, IsNotMadeFromNoTextOrOfNoType) {
-  constexpr ReportsOf kInvalid{"tav_parameterfactory", 6};
-  constexpr ReportsOf kFailed{"tav_parameterfactory", 1};
-  const auto isMade = [](int type, const char* text) {
-    return tavEvent::FromText(1, static_cast<tavEObject>(type), text).has_value();
-  };
-  ExpectReport(kInvalid("StringToData", "strData == \"\""), false, [&] { return isMade(1000, ""); });
-  ExpectReport(kFailed("StringToData", "Parameter id not found"), false, [&] { return isMade(999, "1"); });
+TEST(TavEvent, IsNotMadeFromNoText) {
+  ExpectReport({6, "tav_parameterfactory", "StringToData", "strData == \"\""}, false,
+               [] { return tavEvent::FromText(1, tavObject_ParameterSwitch, "").has_value(); });
 }
 
 }  // namespace

@@ -290,13 +290,9 @@ TEST_F(TavHouseFile, IsTextWithoutCommands) {
   EXPECT_FALSE(std::filesystem::exists(path + ".new"));
 }
 
-TEST_F(TavHouseFile, FiresNoLinkWhenItIsRestored) {
-  tavHouse house;
-  auto& dimmer = *house.Make<tavParameterSlider>(2, L"Dimmer");
-  auto& lamp = *house.Make<tavParameterSwitch>(1, L"Lamp");
-  const unsigned char on = 1, full[4] = {0, 0, 0x80, 0x3F};
-  lamp.SetDrivenTarget(&dimmer);
-  lamp.AddDrivenMapItem(tavCodeOperator_Equal, &on, 1, full, 4);
+TEST_F(TavHouseWithLink, FiresNoLinkWhenItIsRestored) {
+  const TemporaryFolder folder;
+  const std::string path = folder.Path("house.state");
   WriteFile(path, "ura-house 1\n1 ParameterSwitch \"\" 01\n2 ParameterSlider \"\" 0000803E\n");
   EXPECT_EQ(house.Restore(path), tavError_NoError);
   EXPECT_EQ(house.TakeOver(), 0U);

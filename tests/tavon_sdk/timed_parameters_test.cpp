@@ -3,7 +3,6 @@
 
 #include <cerrno>
 #include <functional>
-#include <future>
 #include <stdexcept>
 
 #include "captured_output.h"
@@ -91,18 +90,6 @@ TEST_F(TavParameterShutter, TravelsAnewAfterAChangeOfDirectionOnly) {
   EXPECT_THAT(TravelOf(shutter, 3), AllOf(Ge(500), Le(750))) << "not prolonged by the same command";
 }
 
-TEST_F(TavParameterShutter, StopsAtOnceWithoutAnActionTime) {
-  Shutter shutter;
-  EXPECT_THAT(TravelOf(shutter, 3), Le(250));
-}
-
-TEST_F(TavParameterShutter, StopsWhenTheCommandComesLongAfterItWasMade) {
-  Shutter shutter;
-  shutter.SetActionTime(2000);
-  FallAsleep();
-  EXPECT_THAT(TravelOf(shutter, 3), AllOf(Ge(2000), Le(2250)));
-}
-
 // On purpose: its thread has not seen yet that it stands.
 TEST_F(TavParameterShutter, StopsTheSameDirectionAtTheNextLookAfterItsOwnStop) {
   Shutter shutter;
@@ -151,14 +138,6 @@ TEST_F(TavParameterShutter, GoesOnAfterAHookThatThrows) {
   });
   EXPECT_EQ(shutter.stops, 2);
   EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: hook\n"));
-}
-
-TEST_F(TavParameterShutter, EndsItsThreadWhileThatSleeps) {
-  Shutter shutter;
-  FallAsleep();
-  const auto ended = std::async(std::launch::async, [&] { shutter.term_thread(); });
-  EXPECT_EQ(ended.wait_for(std::chrono::seconds(30)), std::future_status::ready) << "it still sleeps";
-  shutter.SetValue(1);  // wakes it if nothing else has
 }
 
 // Counts its releases, and then does what the test wants.

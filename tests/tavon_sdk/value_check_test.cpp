@@ -16,8 +16,6 @@ std::optional<tavString> Check(tavEObject type, const tavString& text) {
   return tavCheckValue(*tavParameterFactory::FindType(type), text);
 }
 
-tavString Possible(tavEObject type) { return tavPossibleValues(*tavParameterFactory::FindType(type)); }
-
 void ExpectTaken(tavEObject type, std::initializer_list<TakenText> texts) {
   SCOPED_TRACE(type);
   for (const TakenText& text : texts) EXPECT_EQ(Check(type, text.given), text.taken) << text.given;
@@ -92,15 +90,6 @@ TEST(ValueCheck, OfTextsTakesUtf8ThatAnEventCanCarry) {
     EXPECT_EQ(Check(type, std::string(255, 'x')), std::string(255, 'x'));
     ExpectRefused(type, {"", std::string(256, 'x'), "\xFC", "\xC3"});
   }
-}
-
-TEST(ValueCheck, SaysWhatIsPossible) {
-  EXPECT_EQ(Possible(tavObject_ParameterShutter), "1, stop, 2 or 3");
-  EXPECT_EQ(Possible(tavObject_ParameterByte), "a whole number from 0 to 255");
-  EXPECT_EQ(Possible(tavObject_ParameterSlider), "a number from 0 to 1, or 0% to 100%");
-  EXPECT_EQ(Possible(tavObject_ParameterThermo), "a number such as 21.5");
-  EXPECT_EQ(Possible(tavObject_ParameterColor), "# or 0x and six or eight hexadecimal digits");
-  EXPECT_EQ(Possible(tavObject_ParameterInfo), "UTF-8 text of 1 to 255 bytes");
 }
 
 // A type that says nothing about its texts leaves them to its encoder.
