@@ -4,20 +4,18 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <cmath>
-#include <cstring>
-#include <span>
-#include <sstream>
 
 #include "fuzz_input.h"
 #include "tav_event.h"
-#include "tav_floatbytes.h"
+#include "tav_parameterfactory.h"
+#include "tav_parametertype.h"
+#include "tav_valuecheck.h"
 #include "vtext.h"
 
 // A whole run of ura_send with any file. It ends with 0 or 2: after 2 nothing was sent, after 0 an event for
-// each line, which says what the line says.
+// each line, which says what the line says. The tests tell which bytes a value becomes; here all that comes
+// before and behind it in a line, and the lines around it, must not change them.
 //
 // Input: the file. Nothing leaves the process: the target answers the call that sends to the event port, and
 // keeps from the program what the kernel knows of a receiver.
@@ -25,6 +23,7 @@
 int UraSendMain(int argc, char** argv);
 
 using tavon::tavEvent;
+using tavon::tavParameterFactory;
 
 static std::vector<std::string> g_datagrams;
 
@@ -50,47 +49,15 @@ ssize_t __wrap_sendto(int descriptor, const void* data, size_t size, int flags, 
 
 }  // extern "C"
 
-// True if the number in a text is the one in the bytes.
-static bool IsNumber(const std::string& text, const unsigned char* bytes) {
-  const float number = std::strtof(text.c_str(), nullptr) / (text.ends_with('%') ? 100.0F : 1.0F);
-  return std::abs(number - tavon::LoadFloat(bytes)) <= 1e-6F * std::abs(number);
-}
-
-static bool IsOneOf(const std::string& word, std::initializer_list<std::string_view> words) {
-  return std::any_of(words.begin(), words.end(),
-                     [&](auto one) { return vlib::EqualIgnoringCase(one, word); });
-}
-
-// True if the bytes are what the line means by its value.
-static bool IsValue(std::string type, std::string value, std::span<const unsigned char> bytes) {
+// The event that the id, the type and the value of a line stand for.
+static tavEvent EventOf(const std::string& id, std::string type, const std::string& value) {
   vlib::MakeLowerCase(type);
-  if (type.starts_with("parameter")) type.erase(0, 9);
-  if (type == "info" || type == "camera") return value == std::string(bytes.begin(), bytes.end());
-  vlib::MakeLowerCase(value);
-  if (type == "thermo" || type == "tuner" || type == "slider")
-    return bytes.size() == 4 && IsNumber(value, bytes.data());
-  if (type == "byte")
-    return bytes.size() == 1 && std::to_string(bytes[0]) == std::to_string(std::stoul(value));
-  if (type == "color") {
-    std::string digits;
-    for (const unsigned char byte : bytes)
-      digits += {"0123456789abcdef"[byte >> 4], "0123456789abcdef"[byte & 15]};
-    return digits.starts_with(value.substr(value[0] == '#' ? 1 : 2)) && value.size() >= 7;
-  }
-  if (type == "shutter") return IsOneOf(value, {bytes[0] == 2 ? "stop" : "", std::to_string(bytes[0])});
-  if (type == "vrscene") {
-    return bytes[0] <= 2 &&
-           IsOneOf(value, {std::array{"stop", "once", "repeat"}[bytes[0]], std::to_string(bytes[0])});
-  }
-  std::istringstream pieces(value);
-  std::string piece;
-  std::getline(pieces, piece, ',');
-  if (!(bytes[0] == 1 ? IsOneOf(piece, {"on", "true", "1"}) : IsOneOf(piece, {"off", "false", "0"})))
-    return false;
-  for (std::size_t at = 1; at < bytes.size(); at += 4) {
-    if (!std::getline(pieces, piece, ',') || !IsNumber(piece, &bytes[at])) return false;
-  }
-  return true;
+  if (!type.starts_with("parameter")) type.insert(0, "parameter");
+  const auto* const record = tavParameterFactory::FindType(tavParameterFactory::TypeNameToId(type));
+  Require(record != nullptr, "the type " + type);
+  const auto text = tavon::tavCheckValue(*record, value);
+  Require(text.has_value(), "the value of " + value);
+  return tavEvent::FromText(static_cast<std::uint32_t>(std::stoul(id)), record->id, *text).value();
 }
 
 // Takes the first word off a line.
@@ -113,11 +80,10 @@ static void CheckEvents(FuzzInput file) {
     const std::string type = TakeWord(line);
     Require(count < g_datagrams.size(), "an event for each line");
     const std::string& datagram = g_datagrams[count++];
-    const auto* const bytes = reinterpret_cast<const unsigned char*>(datagram.data());
-    const auto event = tavEvent::FromDatagram(bytes, static_cast<int>(datagram.size()));
-    Require(event.has_value(), "a whole event");
-    RequireEqual(event->GetId(), static_cast<std::uint32_t>(std::stoul(id)), "the id");
-    Require(!event->GetValue().empty() && IsValue(type, line, event->GetValue()), "the value of " + line);
+    const tavEvent event = EventOf(id, type, line);
+    const auto bytes = event.GetDatagram();
+    RequireEqual(datagram, std::string(bytes.begin(), bytes.end()), "the event of " + line);
+    Require(!event.GetValue().empty(), "a value of " + line);
   }
   RequireEqual(g_datagrams.size(), count, "the number of events");
 }
