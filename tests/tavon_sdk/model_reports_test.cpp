@@ -167,6 +167,14 @@ TEST(ModelReports, EveryRecordOfAMemoryShortage) {
   EXPECT_THAT(printed, HasSubstr("m_pDrivenMap == 0"));
 }
 
+TEST(ModelReports, AnObjectThatFindsNoMemoryAtAll) {
+  ExpectReport({5, "tav_parameterfactory", "CreateByType", "Can not created parameter 1000", 103}, nullptr,
+               [] {
+                 const auto shortage = FailingAllocation::After(0);
+                 return tavParameterFactory::CreateByType(tavObject_ParameterSwitch);
+               });
+}
+
 TEST(ModelReports, AnOperandAsLargeAsNoMemory) {
   const auto shortage = FailingAllocation::OfAtLeast(0x80000000U);  // as in a process of 32 bits
   tavParameterByte byte;

@@ -3,6 +3,7 @@
 
 #include <cerrno>
 #include <functional>
+#include <future>
 #include <stdexcept>
 
 #include "captured_output.h"
@@ -138,6 +139,14 @@ TEST_F(TavParameterShutter, GoesOnAfterAHookThatThrows) {
   });
   EXPECT_EQ(shutter.stops, 2);
   EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: hook\n"));
+}
+
+TEST_F(TavParameterShutter, EndsItsThreadWhileThatSleeps) {
+  Shutter shutter;
+  FallAsleep();
+  const auto ended = std::async(std::launch::async, [&] { shutter.term_thread(); });
+  EXPECT_EQ(ended.wait_for(std::chrono::seconds(30)), std::future_status::ready) << "it still sleeps";
+  shutter.SetValue(1);  // wakes it if nothing else has
 }
 
 // Counts its releases, and then does what the test wants.
