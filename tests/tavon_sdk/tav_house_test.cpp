@@ -80,7 +80,7 @@ TEST(TavHouse, DestroysWhatWasAddedLastFirst) {
     Mortal elsewhere;
     elsewhere.SetUniqueID(4);
     tavHouse house;
-    for (const unsigned int id : {3, 1, 2}) house.Make<Mortal>(id, L"");
+    for (const unsigned int id : {3U, 1U, 2U}) house.Make<Mortal>(id, L"");
     house.Add(elsewhere);
   }
   EXPECT_THAT(destroyed, ElementsAre(2, 1, 3, 4));
@@ -133,7 +133,7 @@ TEST_F(TavHouseWithLink, TakesOverUntilLinksHaveNothingMoreToSay) {
   std::vector<tavString> changes;
   const auto note = [&](tavIParameter& changed) {
     EXPECT_TRUE(changed.IsDirty()) << "the call-back comes first";
-    changes.push_back(changed.ToString() + "=" + changed.ValueToString());
+    changes.emplace_back(changed.ToString() + "=" + changed.ValueToString());
   };
   house.Apply(Event(1, {1}));
   EXPECT_EQ(house.TakeOver(note), 1U);
@@ -222,7 +222,7 @@ TEST(TavHouse, MayBeUsedByManyThreads) {
   tavHouse house;
   house.Make<tavParameterByte>(0, L"");
   const auto use = [&house](unsigned int own) {
-    for (int i = 0; i < 200; ++i) {
+    for (unsigned int i = 0; i < 200; ++i) {
       house.Make<tavParameterByte>(own, L"");
       house.Apply(Event(0, {static_cast<unsigned char>(own + i)}));
       house.Apply(Event(3 - own, {1}));  // the other thread's, which may have gone
@@ -318,23 +318,23 @@ TEST_F(TavHouseFile, SkipsAndReportsALineThatDoesNotFit) {
     std::string wrong;
   } cases[] = {
       {"garbage", unreadable},
-      {"-1 ParameterByte \"\" 01", unreadable},
-      {"4294967296 ParameterByte \"\" 01", unreadable},
+      {R"(-1 ParameterByte "" 01)", unreadable},
+      {R"(4294967296 ParameterByte "" 01)", unreadable},
       {"1 ParameterByte 01", unreadable},
-      {"1 ParameterByte \"no end 01", unreadable},
-      {"1 ParameterByte \"\\n\" 01", unreadable},
-      {"1 ParameterByte \"\\x0\" 01", unreadable},
-      {"1 ParameterByte \"\\", unreadable},
-      {"1 ParameterByte \"\"", unreadable},
-      {"1 ParameterByte \"\" 1", unreadable},
-      {"1 ParameterByte \"\" 0G", unreadable},
-      {"1 ParameterByte \"\" 01 02", unreadable},
-      {std::string("1 ParameterByte \"\" 01\0", 23), unreadable},
-      {"9 ParameterByte \"\" 01", "no parameter has the id 9"},
-      {"1 ParameterSwitch \"\" 01", "parameter 1 is a ParameterByte, not a ParameterSwitch"},
-      {"1 ParameterByte \"\" 0102", "the value of a ParameterByte has 1 bytes, not 2"},
-      {"1 ParameterByte \"\" \"\"", "the value of a ParameterByte has 1 bytes, not 0"},
-      {"2 ParameterAlert \"\" 01", "ParameterAlert is a command, which is not restored"},
+      {R"(1 ParameterByte "no end 01)", unreadable},
+      {R"(1 ParameterByte "\n" 01)", unreadable},
+      {R"(1 ParameterByte "\x0" 01)", unreadable},
+      {R"(1 ParameterByte "\)", unreadable},
+      {R"(1 ParameterByte "")", unreadable},
+      {R"(1 ParameterByte "" 1)", unreadable},
+      {R"(1 ParameterByte "" 0G)", unreadable},
+      {R"(1 ParameterByte "" 01 02)", unreadable},
+      {std::string("1 ParameterByte \"\" 01\0", 22), unreadable},
+      {R"(9 ParameterByte "" 01)", "no parameter has the id 9"},
+      {R"(1 ParameterSwitch "" 01)", "parameter 1 is a ParameterByte, not a ParameterSwitch"},
+      {R"(1 ParameterByte "" 0102)", "the value of a ParameterByte has 1 bytes, not 2"},
+      {R"(1 ParameterByte "" "")", "the value of a ParameterByte has 1 bytes, not 0"},
+      {R"(2 ParameterAlert "" 01)", "ParameterAlert is a command, which is not restored"},
   };
   for (const auto& c : cases) {
     tavHouse house;

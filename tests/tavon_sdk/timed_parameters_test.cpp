@@ -106,6 +106,7 @@ TEST_F(TavParameterShutter, StopsWhateverItsClassOverrides) {
     void IsDirty(bool dirty) override { tavObject::IsDirty(dirty); }
     bool IsDirty() const override { return tavObject::IsDirty(); }
     void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override {
+      // NOLINTNEXTLINE(bugprone-parent-virtual-call): whatever lies between is left out
       tavTParameter::SetData(data, size, flag);
     }
   } shutter;

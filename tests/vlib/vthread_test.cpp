@@ -233,7 +233,7 @@ TEST(VThread, HasAStackOfTheSizeThatIsAskedFor) {
         pthread_attr_destroy(&attributes);
       },
       &size, false);
-  for (const unsigned long megabytes : {1, 32}) {
+  for (const unsigned long megabytes : {1UL, 32UL}) {
     RunToItsEnd(thread, megabytes * kMegabyte);
     EXPECT_GE(size, megabytes * kMegabyte - 65536);
     EXPECT_LE(size, megabytes * kMegabyte + 65536);
