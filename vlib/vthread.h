@@ -109,7 +109,7 @@ class VThread {
   class State;
 
   static std::shared_ptr<State> MakeState(VThread* object);
-  static void* workStatic(void* run);
+  static void* workStatic(void* argument);
 
   VEvent m_stopEvent;
   // Shared with the thread and with the calls that are under way. Null when there was no memory for it.

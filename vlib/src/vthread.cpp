@@ -151,7 +151,7 @@ int VThread::State::MakeThread(unsigned long stackSize) {
   pthread_t thread{};
   const int error = pthread_create(&thread, stackSize != 0 ? &attributes : nullptr, workStatic, run.get());
   if (error != 0) return error;
-  run.release();  // the thread's own now
+  static_cast<void>(run.release());  // the thread's own now
   ++m_runsMade;
   m_handle = thread;
   return 0;
