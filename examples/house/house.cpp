@@ -91,7 +91,7 @@ static bool IsActivated() {
          std::atol(sockets) == 1;
 }
 
-static void Print(tavIParameter& changed) {
+static void Print(const tavIParameter& changed) {
   std::printf("%s = %.30s\n", changed.ToString().c_str(), changed.ValueToString().c_str());
 }
 
@@ -121,9 +121,9 @@ int main(int argc, char** argv) {
   bool isSaved = true;
   std::chrono::steady_clock::time_point nextSave;
   for (const timespec noWait{}; sigtimedwait(&ends, nullptr, &noWait) < 0;) {
-    tavEvent::Buffer buffer;
     // Links and scenes make others dirty: after a change the house looks again at once.
     if (socket.IsReadyToReceive(hasChanged ? 0 : 100)) {
+      tavEvent::Buffer buffer;
       const int size = socket.Receive(buffer.data(), buffer.size(), nullptr, nullptr);
       const auto event = tavEvent::FromDatagram(buffer.data(), size);
       if (event && house.Apply(*event) == tavHouse::Result::NoSuchParameter) {
