@@ -1,6 +1,6 @@
 #include "application.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <string>
 #include <vector>
@@ -25,6 +25,17 @@ class TestedApplication : public Application {
     return Init(static_cast<int>(argv.size()), argv.data());
   }
 };
+
+TEST(Application, TellsWhatItIs) {
+  EXPECT_THAT(Application().GetInfo(),
+              testing::MatchesRegex("\nName ---------- : tavon Ura event"
+                                    "\nVersion ------- : [0-9.]+"
+                                    "\nBuild --------- : [A-Z][a-z][a-z] [0-9 ][0-9] [0-9]+"
+                                    "\nDescription --- : Event dispatcher for ura system"
+                                    "\nMaker --------- : The Ura project"
+                                    "\nCopyright ----- : The Ura project"
+                                    "\nOwner --------- : The Ura project\n"));
+}
 
 TEST(Application, TakesWhateverFollowsAnOptionAsItsValue) {
   TestedApplication application;

@@ -56,6 +56,17 @@ TEST_F(Clocks, EndTheirTextWithALineFeedInTheSdkOnly) {
   EXPECT_EQ(droTime::GetDateTime(), "Sat Jan  1 01:00:00 10000") << "with all digits of the year";
 }
 
+TEST_F(Clocks, NameDaysAndMonthsInTheirText) {
+  std::string names;
+  for (int month = 1; month <= 12; ++month) {
+    clock.JumpTo(TestClock::Utc(2014, month, 1, 12, 0, 0));
+    names += tavTime::GetDateTime().substr(0, 8);
+  }
+  EXPECT_EQ(names,
+            "Wed Jan Sat Feb Sat Mar Tue Apr Thu May Sun Jun "
+            "Tue Jul Fri Aug Mon Sep Wed Oct Sat Nov Mon Dec ");
+}
+
 TEST_F(Clocks, CountFromOneInTheStructureOfTheOsLibrary) {
   droTime::droDateTime d;
   droTime::GetDateTime(&d);

@@ -73,6 +73,7 @@ TYPED_TEST(BothStringClasses, FormatWholeTextsWhateverSizeIsGiven) {
 TYPED_TEST(BothStringClasses, PrintRealNumbersWithoutTrailingZeros) {
   EXPECT_EQ(TypeParam::FromDouble(-2.5, 2), "-2.5");
   EXPECT_EQ(TypeParam::FromDouble(21.0, 2), "21");
+  EXPECT_EQ(TypeParam::FromDouble(100.0, 0), "100");
   EXPECT_EQ(TypeParam::FromDouble(100.4, 0), "1") << "without decimals those of the whole number, on purpose";
 }
 

@@ -37,8 +37,9 @@ TEST(VUtility, TakesPathsApart) {
     EXPECT_EQ(VUtility::ExtractFileExt(c.path), c.extension);
     EXPECT_EQ(VUtility::IncludePathDelimiter(c.path), c.withDelimiter);
   }
-  EXPECT_EQ(VUtility::ExtractFilePath("a::b::c", "::"), "a::b");
-  EXPECT_EQ(VUtility::ExtractFileName("a::b::c", "::"), ":c") << "one character is skipped, on purpose";
+  const std::string path = "a::b::c", delimiter = "::";
+  EXPECT_EQ(VUtility::ExtractFilePath(path, delimiter), "a::b");
+  EXPECT_EQ(VUtility::ExtractFileName(path, delimiter), ":c") << "one character is skipped, on purpose";
   EXPECT_EQ(VUtility::ExtractFilePath("a/b", ""), "");
   EXPECT_EQ(VUtility::ExtractFileName("a/b", ""), "");
 }
