@@ -6,6 +6,7 @@
 #include <ctime>
 #include <future>
 
+#include "expect_report.h"
 #include "tav_error.h"
 #include "tav_object.h"
 
@@ -38,12 +39,12 @@ struct ObjectLock : tavon::tavObject {
   static bool Release(tavon::tavObject& object) { return (object.*(&ObjectLock::m_lock)).UnLockB(); }
 };
 
-// Expects an operation of the object to report at a level of the log that throws, and to leave the object
+// Expects an operation of the object to give this report to a log that throws, and to leave the object
 // unlocked.
 template <class Operation>
-void ExpectUnlockedAfterThrow(tavon::tavObject& object, Operation operation) {
-  tavon::tavError::Level = tavon::tavLogLevel_Throw;
-  EXPECT_THROW(operation(), tavon::tavError);
+void ExpectUnlockedAfterThrow(tavon::tavObject& object, const Report& report, Operation operation) {
+  tavon::tavError::Level = tavon::tavLogLevel_Console | tavon::tavLogLevel_Throw;
+  ExpectReport(report, [&] { EXPECT_THROW(operation(), tavon::tavError); });
   tavon::tavError::Level = tavon::tavLogLevel_Console;
   EXPECT_TRUE(ObjectLock::BecomesFree(object));
 }

@@ -60,7 +60,7 @@ const Type kTypes[] = {
     Row(&tavIParameter::GetParameterColorPtr, "0x0102E3F4", {.noBuffer = 19}),
     Row(&tavIParameter::GetParameterInfoPtr, "a text", {.noBuffer = 15}),
     Row(&tavIParameter::GetParameterShutterPtr, "3",
-        {.noBuffer = 26, .setDataFromString = 43, .setDataValue = 84, .getDataValue = 88}),
+        {.noBuffer = 26, .setDataFromString = 43, .setDataValue = 84, .getDataValue = 88, .comparison = 99}),
     Row(&tavIParameter::GetParameterThermoPtr, "-0.13", {.noBuffer = 17}),
     Row(&tavIParameter::GetParameterThermoChronoWeekPtr, WeekAt("20.25"),
         {.noBuffer = 25,
@@ -144,11 +144,9 @@ TEST_P(ParameterTypes, NeedAnOperatorAndAWholeOperandToCompare) {
     return parameter->Comparison(static_cast<tavECodeOperator>(op), parameter->GetData(),
                                  parameter->GetDataSize());
   };
-  for (const int op : {-1, 0, 7}) {
-    ExpectReport(type.ReportOf(1, "Comparison", message, type.lines.comparison), false,
-                 [&] { return compare(op); });
-  }
-  ExpectUnlockedAfterThrow(*parameter, [&] { compare(0); });
+  const Report refusal = type.ReportOf(1, "Comparison", message, type.lines.comparison);
+  for (const int op : {-1, 0, 7}) ExpectReport(refusal, false, [&] { return compare(op); });
+  ExpectUnlockedAfterThrow(*parameter, refusal, [&] { compare(0); });
   EXPECT_FALSE(parameter->Comparison(tavCodeOperator_NotEqual, nullptr, 673));
   EXPECT_FALSE(
       parameter->Comparison(tavCodeOperator_Equal, parameter->GetData(), parameter->GetDataSize() - 1));

@@ -42,7 +42,8 @@ TEST(TavParameterColor, PacksItsFirstComponentHighest) {
   color.GetValue(nullptr, nullptr, &third, nullptr);
   EXPECT_EQ(third, 0x33);
   // The record must be thrown: the null pointer would be written through.
-  ExpectUnlockedAfterThrow(color, [&] { color.GetValue(nullptr); });
+  ExpectUnlockedAfterThrow(color, {6, "tav_parametercolor", "GetValue", "o_val == 0"},
+                           [&] { color.GetValue(nullptr); });
 }
 
 TEST(TavParameterColor, TellsItsHookWhetherAnyOfTheFirstThreeComponentsIsOn) {

@@ -123,7 +123,9 @@ TEST_F(TavParameterThermoChronoWeek, TellsTheSetPointsOfADay) {
   for (const int noDay : {0, 1, 6, 256}) schedule.GetDay(static_cast<Schedule::EDays>(noDay), points);
   EXPECT_EQ(points[0], SetPointOf(6, 0)) << "untouched";
   // The record must be thrown: the null pointer would be written through.
-  ExpectUnlockedAfterThrow(schedule, [this] { schedule.GetDay(Schedule::Days_Monday, nullptr); });
+  ExpectUnlockedAfterThrow(schedule,
+                           {6, "tav_parameterthermochronoweek", "GetDay", "o_float_buffer_24 == 0", 241},
+                           [this] { schedule.GetDay(Schedule::Days_Monday, nullptr); });
 }
 
 TEST_F(TavParameterThermoChronoWeek, AppliesNothingWhileItIsOff) {

@@ -387,6 +387,7 @@ TEST_F(TavParameterVRSceneOnAThread, MissesARequestInThePauseAfterAPlay) {
   while (scene.hasSet.try_acquire()) {
   }
   scene.SetValue(1);
+  scene.RepeatRequest();
   PassThePause();
   EXPECT_FALSE(scene.hasSet.try_acquire_for(milliseconds(50)));
   EXPECT_EQ(scene.GetValue(), 1);

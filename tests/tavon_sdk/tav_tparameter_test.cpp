@@ -99,9 +99,9 @@ TEST_F(TavTParameterLink, ClearsWhatAShorterValueDoesNotReach) {
 TEST_F(TavTParameterLink, GoesOnAfterARuleWithoutAnOperator) {
   AddRule(static_cast<tavECodeOperator>(0), {1}, {1});
   AddRule(tavCodeOperator_Equal, {'a'}, {2});
-  ExpectReport({1, "tav_parameterinfo", "Comparison", "UnKnown tavECodeOperator operator type"}, "0x02000000",
-               [&] { return TargetAfter("a"); });
-  ExpectUnlockedAfterThrow(driver, [&] { TargetAfter("b"); });
+  const Report noOperator{1, "tav_parameterinfo", "Comparison", "UnKnown tavECodeOperator operator type"};
+  ExpectReport(noOperator, "0x02000000", [&] { return TargetAfter("a"); });
+  ExpectUnlockedAfterThrow(driver, noOperator, [&] { TargetAfter("b"); });
 }
 
 }  // namespace

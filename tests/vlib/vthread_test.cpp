@@ -99,6 +99,11 @@ TEST(VThread, EveryWaitLetsTheWorkGoOnUntilAStop) {
         EXPECT_TRUE(self->WaitContinueUntil(1));
         EXPECT_EQ(self->WaitContinueRet(0), 110);
         EXPECT_EQ(self->WaitContinueUntilRet(1), 110);
+        // These times are invalid, so the waits fail at once.
+        EXPECT_TRUE(self->WaitContinue(60, 1400000));
+        EXPECT_EQ(self->WaitContinueRet(60, 1400000), 111);
+        EXPECT_TRUE(self->WaitContinueUntil(2000, 1000000));
+        EXPECT_EQ(self->WaitContinueUntilRet(2000, 1000000), 111);
         self->Stop();  // only asks, for the work cannot wait for its own end
         EXPECT_FALSE(self->WaitContinue(60000));
         EXPECT_FALSE(self->WaitContinue(60, 0));
