@@ -27,6 +27,7 @@ int pthread_cond_signal(pthread_cond_t* condition) noexcept {
 int pthread_cond_wait(pthread_cond_t* condition, pthread_mutex_t* mutex) {
   return system_calls::pthread_cond_wait(condition, mutex);
 }
+int pthread_kill(pthread_t thread, int signal) noexcept { return system_calls::pthread_kill(thread, signal); }
 int pthread_mutex_init(pthread_mutex_t* o_mutex, const pthread_mutexattr_t* attributes) noexcept {
   return system_calls::pthread_mutex_init(o_mutex, attributes);
 }

@@ -135,6 +135,7 @@ inline constinit SystemCall<int(pthread_attr_t*, std::size_t)> pthread_attr_sets
     "pthread_attr_setstacksize");
 inline constinit SystemCall<int(pthread_cond_t*)> pthread_cond_signal("pthread_cond_signal");
 inline constinit SystemCall<int(pthread_cond_t*, pthread_mutex_t*)> pthread_cond_wait("pthread_cond_wait");
+inline constinit SystemCall<int(pthread_t, int)> pthread_kill("pthread_kill");
 inline constinit SystemCall<int(pthread_mutex_t*, const pthread_mutexattr_t*)> pthread_mutex_init(
     "pthread_mutex_init");
 

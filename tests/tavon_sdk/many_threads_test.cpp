@@ -8,6 +8,7 @@
 
 #include "src/tav_parametertypes.h"
 #include "tav_parameterfactory.h"
+#include "tav_workerthread.h"
 #include "test_clock.h"
 #include "write_and_read.h"
 
@@ -126,6 +127,20 @@ TEST(ManyThreads, MayUseAWeeklySchedule) {
   WriteAndRead(change, [&] { schedule.GetDay(schedule.Days_Monday, points); });
   WriteAndRead(change, [&] { schedule.GetCurrentTemperature(); });
   WriteAndRead([&](int) { schedule.SetOffsetTime(1100); }, [&] { schedule.GetOffsetTime(); });
+}
+
+TEST(ManyThreads, MayUseAWorkerThread) {
+  vMutex lock;
+  tavWorkerThread worker(lock);
+  const auto start = [&](int) { worker.Start([](VThread*, void*) {}, nullptr, 0); };
+  const auto end = [&] {
+    worker.AskToEnd();
+    worker.WaitForEnd();
+  };
+  WriteAndRead(start, [&] { worker.Start([](VThread*, void*) {}, nullptr, 0); });
+  WriteAndRead(start, end);
+  WriteAndRead([&](int) { end(); }, [&] { worker.Is(nullptr); });
+  WriteAndRead([&](int) { end(); }, [&] { worker.MustEnd(); });
 }
 
 // The threads of the parameters themselves, which look four times a second.

@@ -23,6 +23,7 @@
 #include "temporary_folder.h"
 #include "vevent.h"
 #include "vthread.h"
+#include "write_and_read.h"
 
 using namespace tavon;
 using testing::ElementsAre;
@@ -221,18 +222,13 @@ TEST(TavHouse, RepeatsNoRequestThatHasBeenStopped) {
 TEST(TavHouse, MayBeUsedByManyThreads) {
   tavHouse house;
   house.Make<tavParameterByte>(0, L"");
-  const auto use = [&house](unsigned int own) {
-    for (unsigned int i = 0; i < 200; ++i) {
-      house.Make<tavParameterByte>(own, L"");
-      house.Apply(Event(0, {static_cast<unsigned char>(own + i)}));
-      house.Apply(Event(3 - own, {1}));  // the other thread's, which may have gone
-      house.TakeOver([](tavIParameter& parameter) { parameter.ValueToString(); });
-      house.Remove(own);
-    }
+  const auto change = [&](int) {
+    house.Make<tavParameterByte>(1, L"");
+    house.Remove(1);
   };
-  const auto other = std::async(std::launch::async, [&] { use(1); });
-  use(2);
-  other.wait();
+  WriteAndRead(change, [&] { change(0); });
+  WriteAndRead(change, [&] { house.Find(1); });
+  WriteAndRead(change, [&] { house.TakeOver(); });
   EXPECT_THAT(IdsOf(house), ElementsAre(0));
 }
 
@@ -275,6 +271,22 @@ TEST_F(TavHouseFile, BringsEachValueBackByteByByteAndClean) {
   const std::string before = ReadFile(path);
   EXPECT_EQ(restored.Save(path), tavError_NoError);
   EXPECT_EQ(ReadFile(path), before);
+}
+
+TEST_F(TavHouseFile, IsWrittenByOneThreadAtATime) {
+  struct Watched : tavParameterByte {
+    tavString ValueToString() const override {
+      EXPECT_EQ(++saves, 1);
+      VThread::SleepM(20);  // for a thread that does not wait until it may save
+      --saves;
+      return tavParameterByte::ValueToString();
+    }
+    mutable std::atomic<int> saves{0};
+  };
+  tavHouse house;
+  house.Make<Watched>(1, L"");
+  const auto other = std::async(std::launch::async, [&] { house.Save(path); });
+  EXPECT_EQ(house.Save(path), tavError_NoError);
 }
 
 TEST_F(TavHouseFile, IsTextWithoutCommands) {

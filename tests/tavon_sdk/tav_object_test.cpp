@@ -1,6 +1,7 @@
 #include "tav_object.h"
 
 #include "object_lock.h"
+#include "tav_parameterbyte.h"
 
 namespace tavon {
 namespace {
@@ -50,6 +51,24 @@ TEST(TavObject, DescribesItselfWithoutEscaping) {
             "<Object uid=\"12\" type=\"0\" name=\"\u00E9\"<\" pref=\"p&\" suff=\"-s\"><parameters>"
             "<flags>01000001</flags></parameters></Object>");
   EXPECT_EQ(object.ToString(), "p&\u00E9\"<-s.Object");
+}
+
+// Asks whether its lock is held in the steps by which it describes itself.
+struct Described : tavParameterByte {
+  const char* GetTypeName() const override {
+    EXPECT_FALSE(ObjectLock::IsFree(const_cast<Described&>(*this)));
+    return "Described";
+  }
+  tavString ValueToString() const override {
+    EXPECT_FALSE(ObjectLock::IsFree(const_cast<Described&>(*this)));
+    return "value";
+  }
+};
+
+TEST(TavObject, CannotChangeWhileItDescribesItself) {
+  const Described object;
+  EXPECT_EQ(object.ToString(), ".Described");
+  EXPECT_EQ(object.SerializeParametersAsXml(), "<flags>00000000</flags><value>value</value>");
 }
 
 }  // namespace

@@ -424,6 +424,7 @@ TEST(TavParameterVRSceneOnManyThreads, IsBuiltByOneAndUsedByAnother) {
     scene.BuildScene_AddWait(10);
   };
   WriteAndRead(build, [&] { scene.UseThread(); });
+  WriteAndRead(build, [&] { scene.RepeatRequest(); });
   WriteAndRead(build, [&] { scene.SerializeParametersAsXml(); });
   WriteAndRead(build, [&] { scene.add_as_last(new tavVirtualItemWait); });
 }

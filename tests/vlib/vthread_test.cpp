@@ -262,6 +262,18 @@ TEST(VThread, KillInterruptsItsThread) {
   std::signal(SIGINT, before);
 }
 
+TEST(VThread, CannotBeFreedWhileItIsKilled) {
+  WorkingThread working;
+  std::future<void> stopped;
+  const auto slowKill = system_calls::pthread_kill.ReplaceBy([&](pthread_t, int) {
+    stopped = std::async(std::launch::async, [&] { working.thread.Stop(); });
+    EXPECT_EQ(stopped.wait_for(std::chrono::milliseconds(20)), std::future_status::timeout);
+    return 0;
+  });
+  working.Start();
+  EXPECT_EQ(working.thread.Kill(), 0);
+}
+
 TEST(VThread, SleepsSecondsMillisecondsOrMicroseconds) {
   std::vector<unsigned int> seconds, microseconds;
   const auto sleep = system_calls::sleep.ReplaceBy([&](unsigned int time) {
