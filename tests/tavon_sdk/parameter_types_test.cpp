@@ -98,6 +98,8 @@ TEST_P(ParameterTypes, AreCreatedAsWhatTheirNameSays) {
   EXPECT_EQ(parameter->GetType(), type.id);
   EXPECT_EQ(parameter->GetTypeName(), type.name);
   EXPECT_TRUE(parameter->IsValid());
+  const tavParameterType& record = *tavParameterFactory::FindType(type.id);
+  EXPECT_EQ(parameter->GetDataSize(), record.IsText() ? 1 : record.size) << "an empty text ends with a zero";
 }
 
 TEST_P(ParameterTypes, CastToTheirOwnClassOnly) {

@@ -167,6 +167,7 @@ struct TavParameterSwitchRelease : TimedParameters {
 };
 
 TEST_F(TavParameterSwitchRelease, ReleasesAfterItsSafeTime) {
+  EXPECT_EQ(release.GetSafeTime(), 0U) << "which is never";
   release.SetSafeTime(2000);
   release.SetValue(1);
   Pass(milliseconds(500));
