@@ -226,6 +226,21 @@ TEST_F(TavParameterSwitchRelease, GoesOnAfterAHookThatThrows) {
   EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: hook\n"));
 }
 
+TEST_F(TavParameterSwitchRelease, LeavesItsHookTheLockWhileItIsStopped) {
+  VEvent isInHook;
+  release.onSafeValue = [&] {
+    isInHook.Signal();
+    VThread::SleepM(20);  // by then it is being stopped
+    EXPECT_TRUE(ObjectLock::BecomesFree(release));
+  };
+  release.SetSafeTime(1000);
+  release.SetValue(1);
+  clock.Advance(milliseconds(1300));
+  isInHook.Wait();
+  release.SetSafeTime(999);
+  EXPECT_EQ(release.releases, 1);
+}
+
 TEST_F(TavParameterSwitchRelease, TriesAgainAfterItsThreadDidNotStartAndAfterAStop) {
   const auto expectNoThread = [this] {
     const auto noThreads = system_calls::pthread_attr_setstacksize.Returns(EAGAIN);
