@@ -98,7 +98,8 @@ EventReceiver::Answer EventReceiver::AskFor(std::uint16_t sender, std::uint16_t 
   const Request request = RequestFor(sender, receiver);
   alignas(nlmsghdr) std::array<unsigned char, 1024> answer;
   if (send(m_descriptor, &request, sizeof request, 0) < 0) return Answer::Unknown;
-  const ssize_t size = recv(m_descriptor, answer.data(), answer.size(), 0);
+  // The kernel has answered before send returns.
+  const ssize_t size = recv(m_descriptor, answer.data(), answer.size(), MSG_DONTWAIT);
   if (size < 0) return Answer::Unknown;
 
   nlmsghdr header{};
