@@ -225,6 +225,21 @@ TEST(ErrorLogNotices, HaveTimeAndPlaceInTheOsLibraryOnly) {
             "\x1B[37m[Tue Apr  8 07:35:02 2014]\nInfo : 100%s[FILE:dro_x][FUNCTION:Go][LINE:12]\n\x1B[0m");
 }
 
+// People search for the texts, misspelling and all. Those of the other codes are in the records of all tests.
+TEST(ErrorTexts, StayAsTheyAre) {
+  EXPECT_EQ(tavErrorToString(tavError_NoError), "The operation completed succefully.");
+  EXPECT_EQ(droErrorToString(dro::droError_NoError), "The operation completed succefully.");
+  std::string network;
+  for (int code = 9; code <= 12; ++code) network += tavErrorToString(static_cast<tavEError>(code)) + "\n";
+  EXPECT_EQ(
+      network,
+      "The underlying network subsystem is not ready for network communication.\n"
+      "The version of Windows Sockets support requested is not provided by this particular Windows "
+      "Sockets implementation.\n"
+      "A blocking Windows Sockets 1.1 operation is in progress.\n"
+      "Limit on the number of tasks supported by the Windows Sockets implementation has been reached.\n");
+}
+
 TEST(ErrorTexts, TellThatACodeIsUnknown) {
   EXPECT_EQ(tavErrorToString(static_cast<tavEError>(13)),
             "tavError description not found. Update tavErrorToString function.!");
