@@ -89,6 +89,8 @@ TEST(ModelReports, EveryRecordOfACopyWithoutABuffer) {
                [] { tavParameterByte().GetDataCopy(nullptr); });
   ExpectReport({6, "tav_parametercamera", "GetDataCopy", "io_buffer == 0"},
                [] { tavParameterCamera().GetDataCopy(nullptr); });
+  ExpectReport({6, "tav_parameterinfo", "GetDataCopy", "io_buffer == 0"},
+               [] { tavParameterInfo().GetDataCopy(nullptr); });
 }
 
 TEST(ModelReports, EveryRecordOfAnExceptionOnAThread) {
