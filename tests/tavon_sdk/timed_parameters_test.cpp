@@ -37,9 +37,13 @@ struct TimedParameters : testing::Test {
   TestClock clock{milliseconds((326LL << 32) - 1010)};
 };
 
-// Counts its stops, and then does what the test wants.
+// Counts its stops, and then does what the test wants, as it does when it has been set.
 struct Shutter : tavParameterShutter {
   ~Shutter() override { term_thread(); }
+  void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override {
+    tavParameterShutter::SetData(data, size, flag);
+    onSetData();
+  }
   void OnStop() override {
     EXPECT_EQ(GetValue(), 2) << "told when it has stopped";
     EXPECT_TRUE(ObjectLock::BecomesFree(*this)) << "told without the lock";
@@ -47,7 +51,7 @@ struct Shutter : tavParameterShutter {
     onStop();
   }
   int stops = 0;
-  std::function<void()> onStop = [] {};
+  std::function<void()> onSetData = [] {}, onStop = [] {};
 };
 
 struct TavParameterShutter : TimedParameters {
@@ -133,12 +137,16 @@ TEST_F(TavParameterShutter, HasMadeTheChangeInOnStopEvenIfItsClassStoresNoStop) 
 
 TEST_F(TavParameterShutter, GoesOnAfterAHookThatThrows) {
   Shutter shutter;
+  shutter.onSetData = [&] {
+    if (shutter.GetValue() == 2) throw std::runtime_error("set");
+  };
   shutter.onStop = [] { throw std::runtime_error("hook"); };
   const std::string printed = CapturedOutput([&] {
     TravelOf(shutter, 1);
     TravelOf(shutter, 3);
   });
   EXPECT_EQ(shutter.stops, 2);
+  EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: set\n"));
   EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: hook\n"));
 }
 
@@ -150,16 +158,20 @@ TEST_F(TavParameterShutter, EndsItsThreadWhileThatSleeps) {
   shutter.SetValue(1);  // wakes it if nothing else has
 }
 
-// Counts its releases, and then does what the test wants.
+// Counts its releases, and then does what the test wants, as it does when it has been set.
 struct SwitchRelease : tavParameterSwitchRelease {
   ~SwitchRelease() override { term_thread(); }
+  void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override {
+    tavParameterSwitchRelease::SetData(data, size, flag);
+    onSetData();
+  }
   void OnSafeValue() override {
     EXPECT_TRUE(ObjectLock::BecomesFree(*this)) << "told without the lock";
     ++releases;
     onSafeValue();
   }
   int releases = 0;
-  std::function<void()> onSafeValue = [] {};
+  std::function<void()> onSetData = [] {}, onSafeValue = [] {};
 };
 
 struct TavParameterSwitchRelease : TimedParameters {
@@ -214,6 +226,9 @@ TEST_F(TavParameterSwitchRelease, PicksUpANewSafeTime) {
 }
 
 TEST_F(TavParameterSwitchRelease, GoesOnAfterAHookThatThrows) {
+  release.onSetData = [&] {
+    if (release.GetValue() == 0) throw std::runtime_error("set");
+  };
   release.onSafeValue = [] { throw std::runtime_error("hook"); };
   release.SetSafeTime(1000);
   const std::string printed = CapturedOutput([&] {
@@ -223,6 +238,7 @@ TEST_F(TavParameterSwitchRelease, GoesOnAfterAHookThatThrows) {
     }
   });
   EXPECT_EQ(release.releases, 2);
+  EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: set\n"));
   EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: hook\n"));
 }
 
