@@ -227,12 +227,14 @@ TEST(ErrorLogNotices, HaveTimeAndPlaceInTheOsLibraryOnly) {
 
 // People search for the texts, misspelling and all. Those of the other codes are in the records of all tests.
 TEST(ErrorTexts, StayAsTheyAre) {
-  EXPECT_EQ(tavErrorToString(tavError_NoError), "The operation completed succefully.");
-  EXPECT_EQ(droErrorToString(dro::droError_NoError), "The operation completed succefully.");
-  std::string network;
-  for (int code = 9; code <= 12; ++code) network += tavErrorToString(static_cast<tavEError>(code)) + "\n";
+  const auto textsOf = [](auto textOf, auto... codes) { return ((textOf(codes) + "\n") + ...); };
+  EXPECT_EQ(textsOf(droErrorToString, droError_NoError, droError_OutOfRange, droError_DivisionByZero),
+            "The operation completed succefully.\nOut of Range.\nDivision By Zero.\n");
+  EXPECT_EQ(textsOf(tavErrorToString, tavError_NoError, tavError_OutOfRange, tavError_DivisionByZero),
+            "The operation completed succefully.\nOut of Range.\nDivision By Zero.\n");
   EXPECT_EQ(
-      network,
+      textsOf(tavErrorToString, tavError_NetworkNotReady, tavError_SocketsVersion, tavError_SocketsInProgress,
+              tavError_SocketsTaskLimit),
       "The underlying network subsystem is not ready for network communication.\n"
       "The version of Windows Sockets support requested is not provided by this particular Windows "
       "Sockets implementation.\n"

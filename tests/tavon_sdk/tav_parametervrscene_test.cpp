@@ -56,6 +56,10 @@ struct Scene : tavParameterVRScene {
   Scene() { BuildScene_Begin(); }
   ~Scene() override { delete_scene(); }
 
+  void SetData(const unsigned char* data, const unsigned int& size, unsigned char flag) override {
+    tavParameterVRScene::SetData(data, size, flag);
+    onSetData();
+  }
   void OnParameterSet(tavIParameter* parameter) override {
     events.push_back((parameter == &first ? "first " : "second ") + parameter->ValueToString());
     hasSet.release();
@@ -83,6 +87,7 @@ struct Scene : tavParameterVRScene {
   tavParameterByte first;
   tavParameterByte second;
   std::vector<std::string> events;
+  std::function<void()> onSetData = [] {};
   std::function<void()> onSet = [] {};
   std::function<void()> onFinish = [] {};
   std::counting_semaphore<> hasSet{0};
@@ -328,6 +333,9 @@ TEST_F(TavParameterVRSceneOnAThread, RepeatsAPlay) {
 TEST_F(TavParameterVRSceneOnAThread, GoesOnAfterHooksThatThrow) {
   scene.onSet = [] { throw std::runtime_error("set"); };
   scene.onFinish = [] { throw std::runtime_error("finish"); };
+  scene.onSetData = [this] {
+    if (scene.GetValue() == 0) throw std::runtime_error("end");
+  };
   const std::string printed = CapturedOutput([this] {
     PlayUpToTheWait(1);
     PassTheWait();
@@ -335,6 +343,7 @@ TEST_F(TavParameterVRSceneOnAThread, GoesOnAfterHooksThatThrow) {
     PlayUpToTheWait(1);
   });
   EXPECT_THAT(scene.events, ElementsAre("first 7", "second 7", "finish at 0", "first 7"));
+  EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: end\n"));
   EXPECT_THAT(printed, HasSubstr("Exception on a parameter's thread: finish\n"));
 }
 
