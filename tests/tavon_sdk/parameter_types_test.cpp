@@ -119,6 +119,19 @@ TEST_P(ParameterTypes, AreSetFromText) {
   EXPECT_EQ(type.setFromText(nullptr, type.text), tavError_NoError) << "null is none of them";
 }
 
+TEST_P(ParameterTypes, AreEncodedIntoABufferOfAnySize) {
+  type.setFromText(parameter.get(), type.text);
+  const unsigned char* const data = parameter->GetData();
+  std::vector<unsigned char> value(data, data + parameter->GetDataSize());
+  const bool isText = tavParameterFactory::FindType(type.id)->IsText();
+  if (isText) value.assign(type.text.begin(), type.text.end());
+  for (const std::size_t sizeBefore : {0, 1000}) {
+    std::vector<unsigned char> buffer(sizeBefore, 9);
+    EXPECT_EQ(tavParameterFactory::StringToData(type.id, type.text, &buffer), tavError_NoError);
+    EXPECT_THAT(buffer, testing::ElementsAreArray(value)) << sizeBefore;
+  }
+}
+
 TEST_P(ParameterTypes, AreNotSetAsAnyOtherType) {
   for (const Type& other : kTypes) {
     if (other.id == type.id) continue;

@@ -55,6 +55,12 @@ TEST(TavParameterColor, TellsItsHookWhetherAnyOfTheFirstThreeComponentsIsOn) {
   EXPECT_EQ(color.calls.size(), 4U) << "told nothing of a value that is known";
 }
 
+TEST(TavParameterColor, WritesNoMoreThanFourComponentsOfALongerText) {
+  unsigned char bytes[] = {9, 9, 9, 9, 9};
+  tavParameterColor::GetBinaryDataFromString("0x1122334455", bytes);
+  EXPECT_THAT(bytes, ElementsAre(0x11, 0x22, 0x33, 0x44, 9));
+}
+
 // Counts its alerts.
 struct Alert : tavParameterAlert {
   void OnAlert() override { ++alerts; }

@@ -8,6 +8,7 @@
 
 #include "captured_output.h"
 #include "object_lock.h"
+#include "tav_parameterfactory.h"
 #include "test_clock.h"
 
 namespace tavon {
@@ -16,6 +17,7 @@ namespace {
 using std::chrono::hours;
 using std::chrono::microseconds;
 using std::chrono::seconds;
+using testing::Each;
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::HasSubstr;
@@ -134,6 +136,38 @@ TEST_F(TavParameterThermoChronoWeek, AppliesNothingWhileItIsOff) {
   PassTo(lead + hours(1));
   EXPECT_THAT(schedule.applied, ElementsAre());
   EXPECT_EQ(schedule.GetCurrentTemperature(), 0);
+}
+
+using Bytes = std::vector<unsigned char>;
+
+constexpr std::size_t kWeekSize = 673;
+
+// The bytes of a schedule, stored over those of an earlier one.
+Bytes Encode(const tavString& text) {
+  Bytes schedule(kWeekSize, 9);
+  tavParameterFactory::StringToData(tavObject_ParameterThermoChronoWeek, text, &schedule);
+  return schedule;
+}
+
+TEST(EncodedWeek, KeepsItsSetPointsWhenTheTextIsASingleNumber) {
+  const Bytes schedule = Encode("1");
+  EXPECT_EQ(schedule[0], 1);
+  EXPECT_THAT(Bytes(schedule.begin() + 1, schedule.end()), Each(9));
+}
+
+TEST(EncodedWeek, LosesAllSetPointsWhenTheTextIsAList) {
+  const Bytes schedule = Encode("1,,");
+  EXPECT_EQ(schedule[0], 1);
+  EXPECT_THAT(Bytes(schedule.begin() + 1, schedule.end()), Each(0));
+}
+
+TEST(EncodedWeek, HasAllSetPointsOfTheWeekAndDropsWhatComesAfterThem) {
+  tavString list = "x";
+  for (int setPoint = 1; setPoint <= 200; ++setPoint) list += "," + tavString::FromInt(setPoint);
+  Bytes bytes(kWeekSize + 1, 9);
+  tavParameterThermoChronoWeek::GetBinaryDataFromString(list, bytes.data());
+  EXPECT_THAT(Bytes(bytes.end() - 5, bytes.end()), ElementsAre(0, 0, 0x28, 0x43, 9))
+      << "168.0, and untouched";
 }
 
 }  // namespace
