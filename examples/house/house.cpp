@@ -18,6 +18,7 @@
 #include "tav_house.h"
 #include "tav_parameteralert.h"
 #include "tav_parametercolor.h"
+#include "tav_parameterinfo.h"
 #include "tav_parametershutter.h"
 #include "tav_parameterslider.h"
 #include "tav_parameterswitch.h"
@@ -58,6 +59,7 @@ static void Furnish(tavHouse& house) {
   house.Make<SmokeDetector>(5, L"Smoke");
   house.Make<Heating>(6, L"Heating");
   auto& evening = *house.Make<tavParameterVRScene>(7, L"Evening");
+  house.Make<tavParameterInfo>(8, L"Door");
 
   const unsigned char off = 0, on = 1, dark[4] = {}, full[4] = {0, 0, 0x80, 0x3F};  // 0.0 and 1.0
   lamp.SetDrivenTarget(&dimmer);
