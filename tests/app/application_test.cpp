@@ -12,10 +12,12 @@ namespace {
 // An application whose fields can be looked at.
 class TestedApplication : public Application {
  public:
+  using Application::Address;
   using Application::Id;
   using Application::Password;
   using Application::Port;
   using Application::Type;
+  using Application::User;
   using Application::Value;
 
   // Init with the path of the program and its options.
@@ -45,6 +47,15 @@ TEST(Application, TakesWhateverFollowsAnOptionAsItsValue) {
   EXPECT_EQ(application.Value, "5");
   EXPECT_EQ(application.Type, "-p");
   EXPECT_EQ(application.Password, "") << "present, with nothing behind it";
+}
+
+TEST(Application, HasASenderAndAServerThatDoNotCountUnlessTheyAreGiven) {
+  TestedApplication application;
+  ASSERT_EQ(application.Start({"ura_event", "-id", "1", "-val", "1", "-type", "Any"}), 0U);
+  EXPECT_EQ(application.User, "__ura_event__");
+  EXPECT_EQ(application.Password, "kalnor357");
+  EXPECT_EQ(application.Address, "localhost");
+  EXPECT_EQ(application.Port, 16548);
 }
 
 TEST(Application, KeepsTheLogOffWithoutANameForIt) {

@@ -132,15 +132,15 @@ TEST(ManyThreads, MayUseAWeeklySchedule) {
 TEST(ManyThreads, MayUseAWorkerThread) {
   vMutex lock;
   tavWorkerThread worker(lock);
-  const auto start = [&](int) { worker.Start([](VThread*, void*) {}, nullptr, 0); };
-  const auto end = [&] {
+  const auto run = [&](int) {
+    worker.Start([](VThread*, void*) {}, nullptr, 0);
     worker.AskToEnd();
     worker.WaitForEnd();
   };
-  WriteAndRead(start, [&] { worker.Start([](VThread*, void*) {}, nullptr, 0); });
-  WriteAndRead(start, end);
-  WriteAndRead([&](int) { end(); }, [&] { worker.Is(nullptr); });
-  WriteAndRead([&](int) { end(); }, [&] { worker.MustEnd(); });
+  WriteAndRead(run, [&] { run(0); });
+  WriteAndRead(run, [&] { worker.Is(nullptr); });
+  WriteAndRead(run, [&] { worker.MustEnd(); });
+  WriteAndRead(run, [&] { worker.WaitForEnd(); });
 }
 
 // The threads of the parameters themselves, which look four times a second.

@@ -133,6 +133,8 @@ TEST(TavParameterCamera, GivesTheLocalUrlInALocalNetworkAndTheOnlyOneAnywhere) {
   camera.AddLocalNetwork("10.0.0");
   camera.AddLocalNetwork("192.168.1");
   EXPECT_EQ(camera.GetUrl("192.168.1.20"), "far");
+  camera.SetLocalUrl("near");
+  EXPECT_EQ(camera.GetUrl("192.168.1.20"), "near");
   camera.SetLocalUrl(L"\u00E9");
   EXPECT_EQ(camera.GetUrl("192.168.1.20"), "\u00E9");
   EXPECT_EQ(camera.GetUrl("192.168.10.1"), "far") << "a network is known by its whole prefix";
