@@ -319,6 +319,15 @@ TEST(DroOsUdpSocket, ThatCannotBeClosedIsReportedByWhoeverClosesIt) {
   droError::Level = droLogLevel_Console;
 }
 
+TEST(DroOsUdpSocket, ConnectedDescriptorIsClosedLikeAnyOther) {
+  int pair[2];
+  ASSERT_EQ(socketpair(AF_UNIX, SOCK_DGRAM, 0, pair), 0);
+  Socket connected(kType, pair[0]);
+  errno = EINTR;  // of an earlier call
+  EXPECT_EQ(connected.Close(), droError_NoError);
+  close(pair[1]);
+}
+
 TEST(DroOsUdpSocket, ClosingOrLeavingItFreesItsDescriptor) {
   const auto isOpen = [](int descriptor) { return fcntl(descriptor, F_GETFD) != -1; };
   const int closed = socket(AF_INET, SOCK_DGRAM, 0);
