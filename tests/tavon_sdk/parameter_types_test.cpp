@@ -125,7 +125,7 @@ TEST_P(ParameterTypes, AreEncodedIntoABufferOfAnySize) {
   std::vector<unsigned char> value(data, data + parameter->GetDataSize());
   const bool isText = tavParameterFactory::FindType(type.id)->IsText();
   if (isText) value.assign(type.text.begin(), type.text.end());
-  for (const std::size_t sizeBefore : {0, 1000}) {
+  for (const std::size_t sizeBefore : {0U, 1000U}) {
     std::vector<unsigned char> buffer(sizeBefore, 9);
     EXPECT_EQ(tavParameterFactory::StringToData(type.id, type.text, &buffer), tavError_NoError);
     EXPECT_THAT(buffer, testing::ElementsAreArray(value)) << sizeBefore;
