@@ -176,6 +176,8 @@ TEST(StringClassRules, ReadNumbersBeyondTheirLimitsEachInItsWay) {
   EXPECT_EQ(droString::AsInt("3000000000", 10), -1294967296) << "the low 32 of 64 bits";
   EXPECT_EQ(tavString::AsULong("4294967296", 10), 4294967295);
   EXPECT_EQ(droString::AsULong("-1", 10), 4294967295);
+  EXPECT_EQ(droString::AsULong("-4294967295", 10), 1) << "a negative number counts from the other end";
+  EXPECT_EQ(droString::AsULong("-4294967296", 10), 4294967295) << "there is none so small";
 }
 
 TEST(StringClassRules, NeedMemoryForAllWideTextThatIsSpokenOfInTheSdkOnly) {
